@@ -1,0 +1,74 @@
+# What every target of this project has in common: the language, the warnings, the sanitizers, where programs go.
+include_guard()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+# Without the GNU dialect `linux` stays an ordinary identifier, and nothing leans on extensions by accident.
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+set(MORLA_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them: address,undefined or thread")
+
+find_package(Threads REQUIRED)
+
+add_library(morla_options INTERFACE)
+target_include_directories(morla_options INTERFACE "${CMAKE_SOURCE_DIR}/src" "${CMAKE_BINARY_DIR}/generated")
+target_compile_options(morla_options INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
+  -Wcast-align -Wconversion -Wsign-conversion -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough)
+target_link_libraries(morla_options INTERFACE Threads::Threads)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # g++ 12 reports these inside the standard library's own headers (std::variant, std::string) once optimised.
+  target_compile_options(morla_options INTERFACE
+    -Wno-maybe-uninitialized -Wno-restrict -Wno-stringop-overflow -Wno-array-bounds -Wno-free-nonheap-object)
+endif()
+if(MORLA_SANITIZE)
+  target_compile_options(morla_options INTERFACE
+    -fsanitize=${MORLA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(morla_options INTERFACE -fsanitize=${MORLA_SANITIZE})
+endif()
+
+# morla_library(NAME SOURCES a.cpp ... [DEPENDS lib ...] [PRIVATE lib ...])
+# One static library, one folder: DEPENDS are the arrows that its headers follow, PRIVATE what only its sources use.
+function(morla_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;PRIVATE" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC morla_options ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE})
+endfunction()
+
+# morla_program(NAME SOURCES a.cpp ... DEPENDS lib ...)
+function(morla_program name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE morla_options ${ARG_DEPENDS})
+endfunction()
+
+# morla_embed(TARGET SYMBOL_PREFIX... ) see below.
+# Writes the bytes of each FILES entry into one generated source of TARGET, declared by HEADER_NAME (below generated/)
+# as `inline constexpr std::string_view` constants in NAMESPACE; the constant is k + the file's stem in UpperCamelCase.
+function(morla_embed target)
+  cmake_parse_arguments(ARG "" "HEADER;NAMESPACE" "FILES" ${ARGN})
+  set(body "// Generated from the files named below; edit those.\n#pragma once\n#include <string_view>\n\nnamespace ${ARG_NAMESPACE} {\n")
+  foreach(file IN LISTS ARG_FILES)
+    get_filename_component(stem "${file}" NAME_WE)
+    string(REGEX REPLACE "[^A-Za-z0-9]" ";" words "${stem}")
+    set(constant "k")
+    foreach(word IN LISTS words)
+      string(SUBSTRING "${word}" 0 1 head)
+      string(SUBSTRING "${word}" 1 -1 tail)
+      string(TOUPPER "${head}" head)
+      string(APPEND constant "${head}${tail}")
+    endforeach()
+    file(READ "${file}" hex HEX)
+    string(LENGTH "${hex}" digits)
+    math(EXPR bytes "${digits} / 2")
+    string(REGEX REPLACE "([0-9a-f][0-9a-f])" "\\\\x\\1" escaped "${hex}")
+    # Short adjacent literals keep every compiler's limit on a literal's length out of reach.
+    string(REGEX REPLACE "((\\\\x[0-9a-f][0-9a-f])(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?)" "\n    \"\\1\"" escaped "${escaped}")
+    string(APPEND body "inline constexpr std::string_view ${constant}{${escaped}\n    \"\", ${bytes}};\n")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${file}")
+  endforeach()
+  string(APPEND body "}  // namespace ${ARG_NAMESPACE}\n")
+  file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/generated/${ARG_HEADER}" CONTENT "${body}" @ONLY)
+endfunction()

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Text rules of the Unicode standard that the C++ library lacks. Locale-independent. All text is UTF-8; a byte that
+/// belongs to no well-formed sequence stands for itself: it has no case, is equal only to itself, and is kept as it is.
+/// Any thread.
+namespace morla::unicode {
+
+[[nodiscard]] std::string lowercased(std::string_view text);
+[[nodiscard]] std::string uppercased(std::string_view text);
+
+/// Full case folding: two texts that differ in case only fold to the same text.
+[[nodiscard]] std::string caseFolded(std::string_view text);
+
+/// Normalization form D: canonically equivalent texts become the same bytes.
+[[nodiscard]] std::string canonicallyDecomposed(std::string_view text);
+
+/// Equal up to canonical equivalence.
+[[nodiscard]] bool equals(std::string_view a, std::string_view b);
+/// Equal up to case and canonical equivalence.
+[[nodiscard]] bool equalsIgnoringCase(std::string_view a, std::string_view b);
+
+/// The text as a person counts its characters: extended grapheme clusters, in order, each a view into `text`.
+[[nodiscard]] std::vector<std::string_view> graphemeClusters(std::string_view text);
+
+[[nodiscard]] bool isWellFormed(std::string_view text);
+
+}  // namespace morla::unicode
