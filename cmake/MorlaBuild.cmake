@@ -44,10 +44,10 @@ function(morla_program name)
   target_link_libraries(${name} PRIVATE morla_options ${ARG_DEPENDS})
 endfunction()
 
-# morla_embed(TARGET SYMBOL_PREFIX... ) see below.
-# Writes the bytes of each FILES entry into one generated source of TARGET, declared by HEADER_NAME (below generated/)
-# as `inline constexpr std::string_view` constants in NAMESPACE; the constant is k + the file's stem in UpperCamelCase.
-function(morla_embed target)
+# morla_embed(HEADER path NAMESPACE name FILES a.txt ...)
+# Writes the bytes of each file, unchanged, into the generated header that is included as HEADER: one constant
+# `std::string_view` a file in NAMESPACE, called k + the file's stem in UpperCamelCase.
+function(morla_embed)
   cmake_parse_arguments(ARG "" "HEADER;NAMESPACE" "FILES" ${ARGN})
   set(body "// Generated from the files named below; edit those.\n#pragma once\n#include <string_view>\n\nnamespace ${ARG_NAMESPACE} {\n")
   foreach(file IN LISTS ARG_FILES)
@@ -63,12 +63,13 @@ function(morla_embed target)
     file(READ "${file}" hex HEX)
     string(LENGTH "${hex}" digits)
     math(EXPR bytes "${digits} / 2")
-    string(REGEX REPLACE "([0-9a-f][0-9a-f])" "\\\\x\\1" escaped "${hex}")
     # Short adjacent literals keep every compiler's limit on a literal's length out of reach.
-    string(REGEX REPLACE "((\\\\x[0-9a-f][0-9a-f])(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?(\\\\x[0-9a-f][0-9a-f])?)" "\n    \"\\1\"" escaped "${escaped}")
-    string(APPEND body "inline constexpr std::string_view ${constant}{${escaped}\n    \"\", ${bytes}};\n")
+    string(REGEX REPLACE "(................................)" "\\1\n" lines "${hex}")
+    string(REGEX REPLACE "([0-9a-f][0-9a-f])" "\\\\x\\1" lines "${lines}")
+    string(REPLACE "\n" "\"\n    \"" literals "${lines}")
+    string(APPEND body "inline constexpr std::string_view ${constant}{\n    \"${literals}\",\n    ${bytes}};\n")
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${file}")
   endforeach()
   string(APPEND body "}  // namespace ${ARG_NAMESPACE}\n")
-  file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/generated/${ARG_HEADER}" CONTENT "${body}" @ONLY)
+  file(GENERATE OUTPUT "${CMAKE_BINARY_DIR}/generated/${ARG_HEADER}" CONTENT "${body}")
 endfunction()

@@ -32,7 +32,7 @@ class Published {
   }
 
   /// Calls `observer` with the coming value, before each store, until the subscription ends.
-  Subscription willChange(std::function<void(T const&)> observer) {
+  Subscription willChange(std::function<void(T const&)> observer) const {
     assertIsMainThread();
     return willChange_.add(std::move(observer));
   }
@@ -40,7 +40,7 @@ class Published {
  private:
   std::string_view traceName_;
   T value_;
-  ObserverList<T const&> willChange_;
+  mutable ObserverList<T const&> willChange_;  // who watches is no part of the value
 };
 
 }  // namespace morla

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
@@ -33,10 +34,14 @@ class Trace {
   void published(std::string_view name, Json const& value);
   void ready();
 
+  /// Numbers the scripts of this trace from 1.
+  [[nodiscard]] std::int64_t nextScriptId() { return ++lastScriptId_; }
+
  private:
   static Trace* active_;
   WriteLine write_;
   Clock sinceStart_;
+  std::int64_t lastScriptId_ = 0;
 };
 
 }  // namespace morla
