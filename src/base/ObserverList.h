@@ -13,7 +13,7 @@ namespace morla {
 
 /// Callbacks in order of registration. Main thread.
 /// While a call is under way: an observer that is removed is not called any more, one that is added is first called
-/// next time, nested calls are allowed, and the list itself may be destroyed.
+/// next time, nested calls are allowed, and the list itself may be destroyed: the call still goes to its end.
 template <typename... Arguments>
 class ObserverList {
  public:
