@@ -97,10 +97,11 @@ std::optional<CaptureOneAppInfo> CaptureOneBridge::preferredCaptureOneApp() cons
     return unicode::lowercased(lastComponent(info.url)) == "capture one.app";
   });
   if (exact != installed.end()) return *exact;
-  std::ranges::stable_sort(installed, [](CaptureOneAppInfo const& a, CaptureOneAppInfo const& b) {
-    return compareNumerically(a.version.value_or("0"), b.version.value_or("0")) > 0;
+  // Of equal versions the first one counts.
+  auto const highest = std::ranges::max_element(installed, [](CaptureOneAppInfo const& a, CaptureOneAppInfo const& b) {
+    return compareNumerically(a.version.value_or("0"), b.version.value_or("0")) < 0;
   });
-  return installed.front();
+  return *highest;
 }
 
 std::string CaptureOneBridge::appleScriptTarget() const {

@@ -1,7 +1,9 @@
 #include "platform/ScriptExecution.h"
 
 #include <chrono>
+#include <functional>
 #include <string_view>
+#include <utility>
 
 #include "base/Trace.h"
 
@@ -43,11 +45,11 @@ void traceEnd(std::int64_t id, ScriptReply const& reply, Duration took) {
 Task<ScriptReply> ScriptExecution::run(ScriptKind kind, std::string source) {
   auto const id = traceStart(kind, source);
   auto const start = loop_.now();
-  auto& runner = runner_;
   auto& loop = loop_;
+  // Not written inside the co_await: g++ 12 destroys a lambda's captures twice there.
+  std::function<ScriptReply()> job = [&runner = runner_, source = std::move(source)] { return runner.execute(source); };
   ScriptReply reply =
-      co_await inBackground<ScriptReply>(loop_, background_, QualityOfService::userInitiated,
-                                         [&runner, source = std::move(source)] { return runner.execute(source); });
+      co_await inBackground<ScriptReply>(loop_, background_, QualityOfService::userInitiated, std::move(job));
   traceEnd(id, reply, loop.now() - start);
   co_return reply;
 }
