@@ -54,7 +54,7 @@ struct TraceFile {
 
 /// False when the file cannot be written.
 bool openTrace(std::string const& path, std::chrono::steady_clock::time_point start, TraceFile& out) {
-  out.file.reset(std::fopen(path.c_str(), "w"));
+  out.file.reset(std::fopen(path.c_str(), "we"));  // "e": not handed on to the programs that this one starts
   if (out.file == nullptr) return false;
   out.trace = std::make_unique<morla::Trace>(
       [file = out.file.get()](std::string const& line) {

@@ -1,7 +1,8 @@
 #include "base/Json.h"
 
-#include <charconv>
 #include <cmath>
+
+#include "base/Decimal.h"
 
 namespace morla {
 namespace {
@@ -59,18 +60,11 @@ std::string quoted(std::string_view text) {
   return out + '"';
 }
 
-template <typename Number>
-std::string decimal(Number value) {
-  char buffer[40];
-  auto const end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
-  return {buffer, end};
-}
-
 }  // namespace
 
 Json::Json(bool value) : text_(value ? "true" : "false") {}
-Json::Json(std::int64_t value) : text_(decimal(value)) {}
-Json::Json(double value) : text_(std::isfinite(value) ? decimal(value) : "null") {}
+Json::Json(std::int64_t value) : text_(std::to_string(value)) {}
+Json::Json(double value) : text_(std::isfinite(value) ? shortestDecimal(value) : "null") {}
 Json::Json(std::string_view value) : text_(quoted(value)) {}
 
 Json::Json(std::map<std::string, Json> const& object) : text_("{") {

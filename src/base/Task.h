@@ -18,8 +18,8 @@
 /// resumed by MainLoop::post only, so never inside the call that made its answer ready. When the thing that would have
 /// resumed it is dropped instead (the loop ended), the whole chain up to its root is destroyed.
 ///
-/// Parameters of a coroutine are taken by value, and `co_await` stands only as a whole statement or initialiser, with no lambda
-/// that captures in its operand: g++ 12 miscompiles both.
+/// Parameters of a coroutine are taken by value, and `co_await` stands only as a whole statement or initialiser, with
+/// no lambda that captures in its operand: g++ 12 miscompiles both.
 namespace morla {
 
 namespace detail {

@@ -12,6 +12,8 @@ view::PanelSpec FloatingButtonPanel::spec() {
   spec.isOpaque = false;
   spec.hasShadow = false;
   spec.isMovableByBackground = true;
+  // It stands beside Capture One, which is when this program is not active.
+  spec.hidesOnDeactivate = false;
   return spec;
 }
 

@@ -22,10 +22,11 @@ class Application {
 
   virtual void setActivationPolicy(ActivationPolicy policy) = 0;
 
-  /// Runs the event loop until `terminate`; returns the process's exit status.
+  /// Runs the event loop until `terminate`; returns the process's exit status, unless the system itself ends the
+  /// process then, with status 0.
   virtual int run() = 0;
 
-  /// Asks the application to end; `run` returns soon afterwards.
+  /// Asks the application to end; `run` ends soon afterwards.
   virtual void terminate() = 0;
 
   /// `handler` decides on actions that the user asks for from outside (desktop shortcuts, the command line), by name.

@@ -1,25 +1,16 @@
 #include "view/View.h"
 
-#include <charconv>
+#include "base/Decimal.h"
+#include "base/Overloaded.h"
 
 namespace morla::view {
 namespace {
 
-template <typename... Ts>
-struct Overloaded : Ts... {
-  using Ts::operator()...;
-};
-
-std::string number(double value) {
-  char buffer[40];
-  return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
-}
-
 std::string describe(Size size) {
-  return number(size.width) + "x" + number(size.height);
+  return shortestDecimal(size.width) + "x" + shortestDecimal(size.height);
 }
 std::string describe(BottomLeftPoint point) {
-  return "(" + number(point.x) + ", " + number(point.y) + ")";
+  return "(" + shortestDecimal(point.x) + ", " + shortestDecimal(point.y) + ")";
 }
 std::string describe(BottomLeftRect rect) {
   return describe(rect.origin) + " " + describe(rect.size);
@@ -28,24 +19,25 @@ std::string describe(BottomLeftRect rect) {
 std::string describe(Colour const& colour) {
   if (colour == kBlack) return "black";
   if (colour == kWhite) return "white";
-  return "rgba(" + number(colour.red) + ", " + number(colour.green) + ", " + number(colour.blue) + ", " +
-         number(colour.alpha) + ")";
+  return "rgba(" + shortestDecimal(colour.red) + ", " + shortestDecimal(colour.green) + ", " +
+         shortestDecimal(colour.blue) + ", " + shortestDecimal(colour.alpha) + ")";
 }
 
 std::string describe(DrawingStep const& step) {
   return std::visit(Overloaded{
                         [](FillOval const& s) { return "fill oval " + describe(s.bounds) + " " + describe(s.colour); },
                         [](FillRoundedRect const& s) {
-                          return "fill rounded rectangle " + describe(s.bounds) + " radius " + number(s.radius) + " " +
-                                 describe(s.colour);
+                          return "fill rounded rectangle " + describe(s.bounds) + " radius " +
+                                 shortestDecimal(s.radius) + " " + describe(s.colour);
                         },
                         [](StrokeRoundedRect const& s) {
-                          return "stroke rounded rectangle " + describe(s.bounds) + " radius " + number(s.radius) +
-                                 " width " + number(s.lineWidth) + " " + describe(s.colour);
+                          return "stroke rounded rectangle " + describe(s.bounds) + " radius " +
+                                 shortestDecimal(s.radius) + " width " + shortestDecimal(s.lineWidth) + " " +
+                                 describe(s.colour);
                         },
                         [](StrokeLine const& s) {
                           return "stroke line " + describe(s.from) + " to " + describe(s.to) + " width " +
-                                 number(s.lineWidth) + " " + describe(s.colour);
+                                 shortestDecimal(s.lineWidth) + " " + describe(s.colour);
                         },
                     },
                     step);

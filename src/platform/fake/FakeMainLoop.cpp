@@ -1,6 +1,7 @@
 #include "platform/fake/FakeMainLoop.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/MainThread.h"
 
@@ -8,11 +9,12 @@ namespace morla::fake {
 
 void FakeMainLoop::post(std::function<void()> work) {
   std::scoped_lock const lock(postedGuard_);
-  posted_.push_back(std::move(work));
+  if (!hasEnded_) posted_.push_back(std::move(work));
 }
 
 Subscription FakeMainLoop::schedule(Duration delay, std::function<void()> work) {
   assertIsMainThread();
+  if (hasEnded_) return {};
   TimerKey const key{(now_ + std::max(delay, Duration::zero())).sinceStart, nextTimer_++};
   timers_.emplace(key, std::move(work));
   return Subscription([key, self = std::weak_ptr(self_)] {
@@ -67,11 +69,23 @@ void FakeMainLoop::advance(Duration by) {
   runReady();
   while (!timers_.empty() && timers_.begin()->first.first <= end.sinceStart) {
     auto node = timers_.extract(timers_.begin());
-    now_.sinceStart = node.key().first;
+    now_.sinceStart = std::max(now_.sinceStart, node.key().first);
     node.mapped()();
     runReady();
   }
   now_ = end;
+}
+
+void FakeMainLoop::end() {
+  assertIsMainThread();
+  std::deque<std::function<void()>> posted;
+  {
+    std::scoped_lock const lock(postedGuard_);
+    hasEnded_ = true;
+    posted.swap(posted_);
+  }
+  // Taken out before they are destroyed: what they hold may end further timers.
+  auto const timers = std::exchange(timers_, {});
 }
 
 void FakeBackgroundWork::run(QualityOfService quality, std::function<void()> work) {

@@ -25,6 +25,10 @@ class FakeMainLoop : public MainLoop {
   void runReady();
   /// Lets `by` pass: everything that becomes due runs at its own time, in order; what is posted runs in between.
   void advance(Duration by);
+  /// Lets `by` pass without a turn, as when the main thread is busy: what becomes due meanwhile runs late.
+  void stall(Duration by) { now_ = now_ + by; }
+  /// The end of the program: destroys unrun what waits, and whatever comes later.
+  void end();
 
   [[nodiscard]] std::size_t pendingTimers() const { return timers_.size(); }
 
@@ -39,8 +43,9 @@ class FakeMainLoop : public MainLoop {
   std::map<TimerKey, std::function<void()>> timers_;
   /// Timers are removed by their subscriptions, which may outlive the loop.
   std::shared_ptr<FakeMainLoop*> self_ = std::make_shared<FakeMainLoop*>(this);
-  std::mutex postedGuard_;
+  std::mutex postedGuard_;  ///< of the two below
   std::deque<std::function<void()>> posted_;
+  bool hasEnded_ = false;
 };
 
 /// Runs each job on the main thread at the end of the virtual time that it takes.

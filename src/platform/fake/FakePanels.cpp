@@ -1,22 +1,14 @@
 #include "platform/fake/FakePanels.h"
 
-#include <charconv>
+#include "base/Decimal.h"
 
 namespace morla::fake {
-namespace {
-
-std::string number(double value) {
-  char buffer[40];
-  return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
-}
-
-}  // namespace
 
 FakePanel::FakePanel(MainLoop& loop, Journal& journal, view::PanelSpec spec, view::PanelBehaviour& behaviour)
     : loop_(loop), journal_(journal), spec_(std::move(spec)), behaviour_(behaviour), frame_(spec_.contentRect) {}
 
 void FakePanel::setContentSize(Size size) {
-  journal_.add("panel.setContentSize " + number(size.width) + "x" + number(size.height));
+  journal_.add("panel.setContentSize " + shortestDecimal(size.width) + "x" + shortestDecimal(size.height));
   frame_.size = size;
 }
 
@@ -26,7 +18,7 @@ void FakePanel::setContent(view::Node content) {
 }
 
 void FakePanel::setFrameOrigin(BottomLeftPoint origin) {
-  journal_.add("panel.setFrameOrigin " + number(origin.x) + " " + number(origin.y));
+  journal_.add("panel.setFrameOrigin " + shortestDecimal(origin.x) + " " + shortestDecimal(origin.y));
   if (frame_.origin == origin) return;
   frame_.origin = origin;
   if (std::exchange(isMoveDue_, true)) return;
@@ -65,7 +57,7 @@ std::unique_ptr<platform::StatusItem> FakeStatusBar::makeStatusItem(double lengt
    private:
     platform::StatusItemButton* button_;
   };
-  journal_.add("statusBar.makeStatusItem " + number(length));
+  journal_.add("statusBar.makeStatusItem " + shortestDecimal(length));
   return std::make_unique<Item>(givesButton ? &button : nullptr);
 }
 

@@ -30,7 +30,10 @@ void FakeUserDefaults::store(std::vector<platform::DefaultsEntry> const& entries
 
 std::optional<std::vector<std::string>> FakeFiles::visibleEntries(std::string const& folder) const {
   auto const found = folders.find(folder);
-  return found == folders.end() ? std::nullopt : std::optional(found->second);
+  if (found == folders.end()) return std::nullopt;
+  auto visible = found->second;
+  std::erase_if(visible, [](std::string const& name) { return name.starts_with('.'); });
+  return visible;
 }
 
 void FakeApplication::setActivationPolicy(platform::ActivationPolicy policy) {

@@ -56,6 +56,7 @@ class FakeFiles : public platform::Files {
   std::string homeFolder() const override { return "/Users/photographe"; }
   std::optional<std::vector<std::string>> visibleEntries(std::string const& folder) const override;
 
+  /// Path, and the names of all that is in it.
   std::map<std::string, std::vector<std::string>> folders;
 };
 

@@ -107,6 +107,7 @@ TEST(FloatingButtonPanel, IsAFloatingNonactivatingPanelOnEverySpaceWithoutAShado
   EXPECT_FALSE(spec.isOpaque);
   EXPECT_FALSE(spec.hasShadow);
   EXPECT_TRUE(spec.isMovableByBackground);
+  EXPECT_FALSE(spec.hidesOnDeactivate) << "it must stand while Capture One is in front";
 }
 
 }  // namespace
