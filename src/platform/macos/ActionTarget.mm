@@ -1,0 +1,19 @@
+#include "platform/macos/ActionTarget.h"
+
+#include <utility>
+
+@implementation MORLAActionTarget {
+  std::function<void()> _action;
+}
+
+- (instancetype)initWithAction:(std::function<void()>)action {
+  self = [super init];
+  if (self != nil) _action = std::move(action);
+  return self;
+}
+
+- (void)performAction:(nullable id)sender {
+  if (_action) _action();
+}
+
+@end
