@@ -26,13 +26,17 @@ struct Considerations {
 inline constexpr std::chrono::milliseconds kDefaultReplyTimeout{120'000};
 
 /// One request to an application. Only codes cross: the application never sees a word of the script.
+///
+/// Where an object is meant, null is the application itself. The parameter 'subj' is the object of the innermost
+/// `tell`, when that is not the application and the event has no direct object. An insertion place ("end of recipes")
+/// is the record {'kobj': object, 'kpos': enumerator 'bgng', 'end ', 'befo' or 'afte'}; "at X" alone is X's specifier.
 struct AppleEvent {
   Code eventClass;
   Code eventId;
   Value directObject;  ///< null when the command has none
-  std::vector<std::pair<Code, Value>> parameters;
+  std::vector<std::pair<Code, Value>> parameters = {};
   std::chrono::milliseconds timeout = kDefaultReplyTimeout;
-  Considerations considerations;
+  Considerations considerations = {};
 };
 
 struct EventError {

@@ -53,6 +53,9 @@ class Host {
   /// Runs `command` with /bin/sh in this process's name.
   [[nodiscard]] virtual ShellResult runShell(std::string const& command) = 0;
 
+  /// What the script's `log` command says, as source text. A host that has nowhere to show it drops it.
+  virtual void log(std::string const& /*line*/) {}
+
   /// What is at a POSIX path, for aliases.
   enum class FileKind { none, file, folder };
   [[nodiscard]] virtual FileKind fileKindAt(std::string const& posixPath) = 0;

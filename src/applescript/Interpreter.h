@@ -15,7 +15,8 @@ namespace morla::applescript {
 /// Bounds that no script can exceed; a test lowers them. Exceeding one is an error of the script, never a crash.
 struct Limits {
   std::size_t sourceBytes = std::size_t{4} * 1024 * 1024;
-  std::size_t depth = 200;  ///< nesting of statements, expressions and values
+  std::size_t depth = 200;  ///< nesting of statements and expressions in the source, and of values in each other
+  std::size_t evaluationDepth = 1000;  ///< nesting of what is being evaluated at one time, through all handler calls
   std::uint64_t steps = 200'000'000;
   std::size_t listItems = 10'000'000;
   std::size_t textBytes = std::size_t{64} * 1024 * 1024;

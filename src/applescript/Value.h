@@ -103,6 +103,13 @@ struct RecordField {
 inline Value::Value(char const* text) : data(std::string(text)) {}
 
 /// How a specifier picks among the wanted objects of its container. The texts are the codes' own.
+///
+/// A range's bounds are index integers, or specifiers whose null container stands for the range's own container.
+///
+/// A test is a comparison, the record {'relo': enumerator, 'obj1': operand, 'obj2': operand} with one of the relations
+/// '=   ', '<   ', '<=  ', '>   ', '>=  ', 'cont' (contains), 'bgwt' (begins with), 'ends' (ends with); or a
+/// combination, the record {'logc': enumerator 'AND ', 'OR  ' or 'NOT ', 'term': list of tests}. An operand is a plain
+/// value, or a specifier whose innermost container is the type 'exmn': the object that is being tested.
 enum class KeyForm {
   property,  ///< 'prop': selector is the property's TypeCode
   index,     ///< 'indx': integer from 1, negative from the end

@@ -1,0 +1,187 @@
+#include "applescript/Describe.h"
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+#include "applescript/Coercion.h"
+
+namespace morla::applescript {
+namespace {
+
+constexpr std::size_t kMaximumDepth = 20;  // deeper values are cut short: a message is for people
+
+class Describer {
+ public:
+  explicit Describer(RunState const& state) : state_(&state) {}
+
+  [[nodiscard]] std::string text(Datum const& datum, std::size_t depth) const {
+    if (depth > kMaximumDepth) return "…";
+    return std::visit([this, depth](auto const& held) { return of(held, depth + 1); }, datum.data);
+  }
+
+ private:
+  [[nodiscard]] std::string of(Null, std::size_t) const { return "null"; }
+  [[nodiscard]] std::string of(bool value, std::size_t) const { return value ? "true" : "false"; }
+  [[nodiscard]] std::string of(std::int64_t value, std::size_t) const { return std::to_string(value); }
+  [[nodiscard]] std::string of(double value, std::size_t) const { return textOfReal(value); }
+  [[nodiscard]] std::string of(Text const& value, std::size_t) const { return quoted(value.view()); }
+  [[nodiscard]] std::string of(TypeCode value, std::size_t) const { return typeName(value.code, *state_); }
+  [[nodiscard]] std::string of(Enumerator value, std::size_t) const {
+    if (auto name = state_->applications.enumeratorName(value.code)) return *name;
+    return "«constant ****" + value.code.text() + "»";
+  }
+  [[nodiscard]] std::string of(FileUrl const& value, std::size_t) const {
+    return "file " + quoted(hfsPath(value.path));
+  }
+  [[nodiscard]] std::string of(Alias const& value, std::size_t) const { return "alias " + quoted(hfsPath(value.path)); }
+  [[nodiscard]] std::string of(ListReference const& value, std::size_t depth) const {
+    std::string result = "{";
+    for (Datum const& item : value->items) {
+      if (result.size() > 1) result += ", ";
+      result += text(item, depth);
+    }
+    return result + "}";
+  }
+  [[nodiscard]] std::string of(RecordReference const& value, std::size_t depth) const {
+    std::string result = "{";
+    for (auto const& [key, item] : value->fields) {
+      if (result.size() > 1) result += ", ";
+      auto const* code = std::get_if<Code>(&key);
+      result += code == nullptr ? std::get<std::string>(key) : propertyName(*code, nullptr);
+      result += ":" + text(item, depth);
+    }
+    return result + "}";
+  }
+  [[nodiscard]] std::string of(ItemReference const& value, std::size_t depth) const {
+    return "item " + std::to_string(value.index + 1) + " of " + of(value.list, depth);
+  }
+  [[nodiscard]] std::string of(ScriptItself, std::size_t) const { return "«script»"; }
+  [[nodiscard]] std::string of(InsertionPoint const& value, std::size_t depth) const {
+    static constexpr auto kWords = std::to_array<std::pair<std::string_view, std::string_view>>(
+        {{"bgng", "beginning of "}, {"end ", "end of "}, {"befo", "before "}, {"afte", "after "}});
+    for (auto const& [code, words] : kWords) {
+      if (value.position == Code(code)) return std::string(words) + text(*value.object, depth);
+    }
+    return text(*value.object, depth);
+  }
+
+  [[nodiscard]] std::string of(ApplicationObject const& value, std::size_t depth) const {
+    ApplicationReference const& reference = value.application->reference;
+    std::string const application =
+        (reference.kind == ApplicationReference::Kind::name ? "application " : "application id ") +
+        quoted(reference.text);
+    if (value.specifier == nullptr) return application;
+    return specifier(*value.specifier, *value.application, depth);
+  }
+
+  /// The innermost application is left out, as messages name it already.
+  [[nodiscard]] std::string specifier(Specifier const& object, TargetApplication const& application,
+                                      std::size_t depth) const {
+    if (depth > kMaximumDepth) return "…";
+    std::string result = part(object, application, depth);
+    if (auto const* container = object.container.as<SpecifierPointer>()) {
+      result += " of " + specifier(**container, application, depth + 1);
+    }
+    return result;
+  }
+
+  [[nodiscard]] std::string part(Specifier const& object, TargetApplication const& application,
+                                 std::size_t depth) const {
+    if (object.form == KeyForm::property) {
+      auto const* type = object.selector.as<TypeCode>();
+      return type == nullptr ? "property" : propertyName(type->code, &application);
+    }
+    std::string const name = className(object.wanted, application);
+    switch (object.form) {
+      case KeyForm::every:
+        return "every " + name;
+      case KeyForm::test:
+        return "every " + name + " whose …";
+      case KeyForm::id:
+        return name + " id " + plain(object.selector, application, depth);
+      case KeyForm::range: {
+        auto const* record = object.selector.as<Record>();
+        if (record == nullptr || record->size() != 2) return "every " + name;
+        return name + " " + plain((*record)[0].value, application, depth) + " thru " +
+               plain((*record)[1].value, application, depth);
+      }
+      case KeyForm::relative:
+        return name + " beside";
+      case KeyForm::property:
+      case KeyForm::index:
+      case KeyForm::name:
+        break;
+    }
+    return name + " " + plain(object.selector, application, depth);
+  }
+
+  [[nodiscard]] std::string plain(Value const& value, TargetApplication const& application, std::size_t depth) const {
+    if (auto const* text = value.as<std::string>()) return quoted(*text);
+    if (auto const* integer = value.as<std::int64_t>()) return std::to_string(*integer);
+    if (auto const* object = value.as<SpecifierPointer>()) return specifier(**object, application, depth + 1);
+    return stringValue(value).value_or("…");
+  }
+
+  [[nodiscard]] static std::string className(Code code, TargetApplication const& application) {
+    if (application.terms != nullptr) {
+      if (auto name = application.terms->className(code)) return *name;
+    }
+    return standardTerms().className(code).value_or("«class " + code.text() + "»");
+  }
+  [[nodiscard]] static std::string propertyName(Code code, TargetApplication const* application) {
+    if (application != nullptr && application->terms != nullptr) {
+      if (auto name = application->terms->propertyName(code)) return *name;
+    }
+    return standardTerms().propertyName(code).value_or("«property " + code.text() + "»");
+  }
+
+  [[nodiscard]] static std::string quoted(std::string_view text) {
+    std::string result = "\"";
+    for (char const c : text) {
+      if (c == '"' || c == '\\') result += '\\';
+      result += c;
+    }
+    return result + "\"";
+  }
+
+  RunState const* state_;
+};
+
+}  // namespace
+
+std::string sourceText(Datum const& datum, RunState const& state) {
+  return Describer(state).text(datum, 0);
+}
+
+std::string textOfReal(double number) {
+  if (!std::isfinite(number)) return std::isnan(number) ? "NaN" : number < 0 ? "-INF" : "INF";
+  if (number == 0) return "0.0";
+  std::array<char, 40> buffer{};
+  double const size = std::abs(number);
+  // Eleven digits behind the first: the digits that a twelve-digit print would keep.
+  std::snprintf(buffer.data(), buffer.size(), "%.11e", number);
+  std::string const digits = buffer.data();
+  std::size_t const exponentAt = digits.find('e');
+  int const exponent = std::stoi(digits.substr(exponentAt + 1));
+  if (size >= 10000 || size <= 0.0001 || exponent >= 4) {
+    std::string mantissa = digits.substr(0, exponentAt);
+    while (mantissa.ends_with('0') && !mantissa.ends_with(".0")) mantissa.pop_back();
+    return mantissa + "E" + (exponent < 0 ? "-" : "+") + std::to_string(std::abs(exponent));
+  }
+  std::snprintf(buffer.data(), buffer.size(), "%.12g", number);
+  std::string plain = buffer.data();
+  if (plain.find('.') == std::string::npos) plain += ".0";
+  return plain;
+}
+
+std::string typeName(Code type, RunState const& state) {
+  if (type == "msng"_code) return "missing value";
+  if (type == "alis"_code) return "alias";
+  if (type == "TEXT"_code || type == "utxt"_code || type == "ctxt"_code) return "text";
+  if (auto name = standardTerms().className(type)) return *name;
+  if (auto name = state.applications.className(type)) return *name;
+  return "«class " + type.text() + "»";
+}
+
+}  // namespace morla::applescript

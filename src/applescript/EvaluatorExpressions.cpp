@@ -1,0 +1,203 @@
+#include "applescript/Coercion.h"
+#include "applescript/Comparison.h"
+#include "applescript/Describe.h"
+#include "applescript/Evaluator.h"
+#include "applescript/Operators.h"
+#include "applescript/Scoped.h"
+
+namespace morla::applescript {
+
+Datum Evaluator::evaluate(Expression const& expression) {
+  Place place = locate(expression);
+  if (!place.isPending) return std::move(place.datum);
+  SourceRange const outer = range_;
+  range_ = expression.range;
+  Datum value = fetched(place.datum);
+  range_ = outer;
+  return value;
+}
+
+Evaluator::Place Evaluator::locate(Expression const& expression) {
+  Level const level(*this);
+  state_->spend();
+  // Not restored when an error passes: then it says where the error was.
+  SourceRange const outer = range_;
+  range_ = expression.range;
+  Place place = std::visit([this](auto const& node) { return at(node); }, expression.node);
+  range_ = outer;
+  return place;
+}
+
+Datum Evaluator::operand(Expression const& expression) {
+  Datum const value = dereferenced(evaluate(expression));
+  auto const* object = value.as<ApplicationObject>();
+  return object != nullptr && object->specifier != nullptr ? fetched(value) : value;
+}
+
+bool Evaluator::condition(Expression const& expression) {
+  return coerceToBoolean(operand(expression), *state_);
+}
+
+Evaluator::Place Evaluator::at(tree::Literal const& node) {
+  if (auto const* text = node.value.as<std::string>()) return {*text};
+  return {toDatum(node.value, nullptr)};
+}
+
+Evaluator::Place Evaluator::at(tree::Variable const& node) {
+  return {variable(node.key, node.name)};
+}
+
+Evaluator::Place Evaluator::at(tree::ListDisplay const& node) {
+  std::vector<Datum> items;
+  items.reserve(node.items.size());
+  for (ExpressionPointer const& item : node.items) items.push_back(evaluate(*item));
+  return {state_->makeList(std::move(items))};
+}
+
+Evaluator::Place Evaluator::at(tree::RecordDisplay const& node) {
+  RecordObject::Fields fields;
+  for (auto const& [key, value] : node.fields) fields.emplace_back(key, evaluate(*value));
+  return {state_->heap.makeRecord(std::move(fields))};
+}
+
+Evaluator::Place Evaluator::at(tree::Unary const& node) {
+  if (node.operation == UnaryOperator::logicalNot) return {!condition(*node.operand)};
+  Datum const value = operand(*node.operand);
+  if (node.operation == UnaryOperator::plus) return {coerce(value, "nmbr"_code, *state_)};
+  return {negated(value, *state_)};
+}
+
+Evaluator::Place Evaluator::at(tree::Chain const& node) {
+  BinaryOperator const kind = node.rest.front().first;
+  if (kind == BinaryOperator::logicalAnd || kind == BinaryOperator::logicalOr) {
+    bool const decides = kind == BinaryOperator::logicalOr;
+    if (condition(*node.first) == decides) return {decides};
+    for (auto const& term : node.rest) {
+      if (condition(*term.second) == decides) return {decides};
+    }
+    return {!decides};
+  }
+  // An object that becomes an item of a list stays an object; numbers and texts need its value.
+  auto const side = [this](BinaryOperator operation, Expression const& expression, bool becomesText) {
+    bool const keepsObjects = operation == BinaryOperator::concatenate && !becomesText;
+    return keepsObjects ? dereferenced(evaluate(expression)) : operand(expression);
+  };
+  Datum value = side(kind, *node.first, false);
+  for (auto const& [operation, expression] : node.rest) {
+    state_->spend();
+    Datum const right = side(operation, *expression, value.as<Text>() != nullptr);
+    value = applied(operation, value, right, *state_);
+  }
+  return {std::move(value)};
+}
+
+Evaluator::Place Evaluator::at(tree::Comparison const& node) {
+  bool const isEquality = node.operation == ComparisonOperator::equal || node.operation == ComparisonOperator::notEqual;
+  if (isEquality) {
+    Datum const left = evaluate(*node.left);
+    return {compare(node.operation, left, evaluate(*node.right), *state_)};
+  }
+  auto const isOrder =
+      node.operation == ComparisonOperator::less || node.operation == ComparisonOperator::lessOrEqual ||
+      node.operation == ComparisonOperator::greater || node.operation == ComparisonOperator::greaterOrEqual;
+  Datum const left = isOrder ? operand(*node.left) : dereferenced(evaluate(*node.left));
+  Datum const right = isOrder ? operand(*node.right) : dereferenced(evaluate(*node.right));
+  return {compare(node.operation, left, right, *state_)};
+}
+
+Evaluator::Place Evaluator::at(tree::Coerce const& node) {
+  if (node.type == "obj "_code) return {locateValue(*node.operand)};
+  Datum const value = dereferenced(evaluate(*node.operand));
+  auto const* object = value.as<ApplicationObject>();
+  bool const staysObject = node.type == "list"_code || object == nullptr || object->specifier == nullptr;
+  return {coerce(staysObject ? value : fetched(value), node.type, *state_)};
+}
+
+/// Nothing is sent to an application to know whether it runs; its objects are asked for their property "running".
+Evaluator::Place Evaluator::at(tree::IsRunning const& node) {
+  Datum const value = dereferenced(locateValue(*node.application));
+  auto const* object = value.as<ApplicationObject>();
+  if (object == nullptr) {
+    raise(errors::kNoSuchObject, "Can’t get running of " + sourceText(value, *state_) + ".", value);
+  }
+  if (object->specifier == nullptr) return {state_->host.isRunning(object->application->reference)};
+  return {this->object(*object, {"prop"_code, KeyForm::property, TypeCode{"prun"_code}, {}}), true};
+}
+
+Evaluator::Place Evaluator::at(tree::ImpliedTarget const& /*node*/) {
+  return {target_};
+}
+
+Evaluator::Place Evaluator::at(tree::It const& /*node*/) {
+  return {target_};
+}
+
+Evaluator::Place Evaluator::at(tree::Me const& /*node*/) {
+  return {ScriptItself{}};
+}
+
+Evaluator::Place Evaluator::at(tree::Examined const& /*node*/) {
+  raise(errors::kGeneral, "“it” of a whose clause has no value of its own.");
+}
+
+Evaluator::Place Evaluator::at(tree::LastResult const& /*node*/) {
+  if (!lastResult_) raise(errors::kUndefinedVariable, "The variable result is not defined.");
+  return {*lastResult_};
+}
+
+Evaluator::Place Evaluator::at(tree::InsertionPlace const& node) {
+  return {InsertionPoint{node.position, std::make_shared<Datum const>(containerOf(*node.object, false))}};
+}
+
+Evaluator::Place Evaluator::at(tree::ApplicationNamed const& node) {
+  if (node.known != nullptr) return {ApplicationObject{node.known, nullptr}};
+  Datum const text = coerce(operand(*node.text), "ctxt"_code, *state_);
+  return {ApplicationObject{state_->applications.named({node.kind, text.as<Text>()->string()}), nullptr}};
+}
+
+Evaluator::Place Evaluator::at(tree::PosixFile const& node) {
+  Datum const path = coerce(operand(*node.path), "ctxt"_code, *state_);
+  return {FileUrl{path.as<Text>()->string()}};
+}
+
+Evaluator::Place Evaluator::at(tree::HandlerCall const& node) {
+  auto const* object = target_.as<ApplicationObject>();
+  if (object != nullptr && !node.isOfScript) {
+    // The call belongs to the target, and no application has handlers of a script's author.
+    ScriptError error;
+    error.number = errors::kEventNotHandled;
+    error.brief = "Can’t continue " + node.name + ".";
+    error.applicationName = object->application->displayName();
+    error.isFromApplication = true;
+    throw error;
+  }
+  for (Handler const& handler : script_->handlers) {
+    if (handler.key != node.key) continue;
+    std::vector<Datum> arguments;
+    for (ExpressionPointer const& argument : node.arguments) arguments.push_back(evaluate(*argument));
+    return {call(handler, std::move(arguments))};
+  }
+  raise(errors::kEventNotHandled, "«script» doesn’t understand the “" + node.name + "” message.");
+}
+
+Datum Evaluator::call(Handler const& handler, std::vector<Datum> arguments) {
+  if (arguments.size() != handler.parameters.size()) {
+    raise(errors::kParameterMissing, "“" + handler.name + "” takes " + std::to_string(handler.parameters.size()) +
+                                         " parameters, not " + std::to_string(arguments.size()) + ".");
+  }
+  // What surrounds the call is no business of the handler: it has its own variables, target and considerations.
+  Variables variables;
+  Scoped<Variables*> const scope(locals_, &variables);
+  Scoped<Datum> const target(target_, ScriptItself{});
+  Scoped<Considerations> const considerations(state_->considerations, Considerations{});
+  Scoped<std::chrono::milliseconds> const timeout(timeout_, kDefaultReplyTimeout);
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    // A parameter hides a property of the same name.
+    if (auto const* name = handler.parameters[i]->as<tree::Variable>()) variables[name->key] = std::nullopt;
+    setTarget(*handler.parameters[i], arguments[i]);
+  }
+  Outcome outcome = execute(handler.body);
+  return outcome.value ? *std::move(outcome.value) : Datum();
+}
+
+}  // namespace morla::applescript

@@ -1,0 +1,234 @@
+#include <cmath>
+
+#include "applescript/Coercion.h"
+#include "applescript/Describe.h"
+#include "applescript/Evaluator.h"
+#include "applescript/Scoped.h"
+#include "applescript/TextElements.h"
+
+namespace morla::applescript {
+
+Level::Level(Evaluator& evaluator) : evaluator_(&evaluator) {
+  if (++evaluator_->depth_ > evaluator_->state_->limits.evaluationDepth) {
+    --evaluator_->depth_;  // this destructor will not run
+    raise(errors::kNestedTooDeeply, "Stack overflow.");
+  }
+}
+
+Evaluator::Evaluator(Script const& script, RunState& state) : script_(&script), state_(&state) {}
+
+std::optional<Value> Evaluator::run() {
+  Variables variables;
+  Scoped<Variables*> const scope(locals_, &variables);
+  for (ScriptProperty const& property : script_->properties) globals_[property.key] = evaluate(*property.value);
+  std::optional<Datum> const result = execute(script_->body).value;
+  if (!result) return std::nullopt;
+  Datum const value = dereferenced(*result);
+  if (value.isNull() || value.as<ScriptItself>() != nullptr) return std::nullopt;
+  return toValue(value);
+}
+
+Evaluator::Outcome Evaluator::execute(Block const& block) {
+  Outcome last;
+  for (Statement const& statement : block) {
+    last = execute(statement);
+    if (last.flow != Flow::next) break;
+  }
+  return last;
+}
+
+Evaluator::Outcome Evaluator::execute(Statement const& statement) {
+  Level const level(*this);
+  state_->spend();
+  range_ = statement.range;
+  return std::visit([this](auto const& node) { return run(node); }, statement.node);
+}
+
+Evaluator::Outcome Evaluator::run(tree::Evaluate const& node) {
+  Datum value = evaluate(*node.expression);
+  if (value.isNull()) {
+    lastResult_.reset();
+    return {};
+  }
+  lastResult_ = value;
+  return {Flow::next, std::move(value)};
+}
+
+Evaluator::Outcome Evaluator::run(tree::Set const& node) {
+  Datum value = evaluate(*node.value);
+  if (value.isNull()) raise(errors::kUndefinedVariable, "No result was returned.");
+  setTarget(*node.target, value);
+  lastResult_ = value;
+  return {Flow::next, std::move(value)};
+}
+
+Evaluator::Outcome Evaluator::run(tree::If const& node) {
+  for (auto const& [test, block] : node.branches) {
+    if (condition(*test)) return execute(block);
+  }
+  return execute(node.otherwise);
+}
+
+/// Before a script talks to an application it asks whether it may.
+void Evaluator::enter(Datum const& target) {
+  auto const* object = target.as<ApplicationObject>();
+  if (object == nullptr) return;
+  auto const* current = target_.as<ApplicationObject>();
+  bool const isSame = current != nullptr && current->application == object->application;
+  if (isSame && object->specifier != nullptr) return;
+  requireLocated(*object->application);
+  if (auto refusal = state_->host.enterTell(*object->application->information)) {
+    raiseReply(object->application, *refusal, {});
+  }
+}
+
+Evaluator::Outcome Evaluator::run(tree::Tell const& node) {
+  Datum target = dereferenced(locateValue(*node.target));
+  enter(target);
+  Scoped<Datum> const inside(target_, std::move(target));
+  return execute(node.body);
+}
+
+void Evaluator::assign(Expression const* variable, Datum value) {
+  if (variable != nullptr) setTarget(*variable, std::move(value));
+}
+
+Evaluator::Outcome Evaluator::run(tree::Try const& node) {
+  std::optional<ScriptError> caught;
+  try {
+    return execute(node.body);
+  } catch (ScriptError& error) {
+    if (error.isFinal) throw;
+    caught = std::move(error);
+  }
+  assign(node.message.get(), caught->message());
+  assign(node.number.get(), caught->number);
+  if (!caught->offender.isNull()) assign(node.offender.get(), caught->offender);
+  if (!caught->expectedType.isNull()) assign(node.expectedType.get(), caught->expectedType);
+  assign(node.partialResult.get(),
+         caught->partialResult.isNull() ? Datum(state_->makeList({})) : caught->partialResult);
+  return execute(node.onError);
+}
+
+bool Evaluator::turn(Block const& body, Outcome& outcome) {
+  state_->spend();
+  outcome = execute(body);
+  if (outcome.flow == Flow::next) return true;
+  if (outcome.flow == Flow::exitRepeat) outcome = {};
+  return false;
+}
+
+Evaluator::Outcome Evaluator::run(tree::RepeatForever const& node) {
+  Outcome outcome;
+  while (turn(node.body, outcome)) {
+  }
+  return outcome;
+}
+
+Evaluator::Outcome Evaluator::run(tree::RepeatTimes const& node) {
+  Outcome outcome;
+  std::int64_t const count = coerceToInteger(operand(*node.count), *state_);
+  for (std::int64_t i = 0; i < count; ++i) {
+    if (!turn(node.body, outcome)) break;
+  }
+  return outcome;
+}
+
+Evaluator::Outcome Evaluator::run(tree::RepeatWhile const& node) {
+  Outcome outcome;
+  bool const goesOnWhen = node.sense == tree::RepeatWhile::Sense::whileTrue;
+  while (condition(*node.condition) == goesOnWhen) {
+    if (!turn(node.body, outcome)) break;
+  }
+  return outcome;
+}
+
+/// The variable holds a reference to the item, not the item, and the length is looked at in each turn.
+Evaluator::Outcome Evaluator::run(tree::RepeatInList const& node) {
+  Outcome outcome;
+  Datum const value = dereferenced(evaluate(*node.list));
+  ListReference list;
+  if (auto const* text = value.as<Text>()) {
+    std::vector<Datum> characters;
+    for (std::string_view const character : charactersOf(text->view())) characters.emplace_back(std::string(character));
+    list = state_->makeList(std::move(characters));
+  } else {
+    list = *coerce(value, "list"_code, *state_).as<ListReference>();
+  }
+  for (std::size_t i = 0; i < list->items.size(); ++i) {
+    assign(node.variable.get(), ItemReference{list, i});
+    if (!turn(node.body, outcome)) break;
+  }
+  return outcome;
+}
+
+Evaluator::Outcome Evaluator::run(tree::RepeatFromTo const& node) {
+  Outcome outcome;
+  std::int64_t const from = coerceToInteger(operand(*node.from), *state_);
+  std::int64_t const to = coerceToInteger(operand(*node.to), *state_);
+  std::int64_t const by = node.by == nullptr ? 1 : coerceToInteger(operand(*node.by), *state_);
+  if (by == 0) raise(errors::kGeneral, "A loop cannot go on by steps of 0.");
+  for (std::int64_t i = from; by > 0 ? i <= to : i >= to; i += by) {
+    assign(node.variable.get(), i);
+    if (!turn(node.body, outcome)) break;
+  }
+  return outcome;
+}
+
+Evaluator::Outcome Evaluator::run(tree::ExitRepeat const& /*node*/) {
+  return {Flow::exitRepeat, std::nullopt};
+}
+
+Evaluator::Outcome Evaluator::run(tree::Return const& node) {
+  if (node.value == nullptr) return {Flow::returned, std::nullopt};
+  Datum value = evaluate(*node.value);
+  if (value.isNull()) return {Flow::returned, std::nullopt};
+  return {Flow::returned, std::move(value)};
+}
+
+Evaluator::Outcome Evaluator::run(tree::RaiseError const& node) {
+  ScriptError error;
+  if (node.number != nullptr) error.number = coerceToInteger(operand(*node.number), *state_);
+  if (node.message != nullptr) {
+    error.brief = coerce(operand(*node.message), "ctxt"_code, *state_).as<Text>()->string();
+  } else if (error.number == errors::kUserCancelled) {
+    error.brief = "User canceled.";
+  } else {
+    error.brief = "An error of type " + std::to_string(error.number) + " has occurred.";
+  }
+  if (node.offender != nullptr) error.offender = locateValue(*node.offender);
+  if (node.expectedType != nullptr) error.expectedType = evaluate(*node.expectedType);
+  if (node.partialResult != nullptr) error.partialResult = evaluate(*node.partialResult);
+  throw error;
+}
+
+Evaluator::Outcome Evaluator::run(tree::Considering const& node) {
+  Considerations inside = state_->considerations;
+  inside.bits = (inside.bits & ~node.considered) | node.ignored;
+  Scoped<Considerations> const scope(state_->considerations, inside);
+  return execute(node.body);
+}
+
+Evaluator::Outcome Evaluator::run(tree::WithTimeout const& node) {
+  std::int64_t const seconds = coerceToInteger(operand(*node.seconds), *state_);
+  Scoped<std::chrono::milliseconds> const scope(timeout_, std::chrono::seconds(std::max<std::int64_t>(seconds, 0)));
+  return execute(node.body);
+}
+
+Evaluator::Outcome Evaluator::run(tree::Declare const& node) {
+  for (std::string const& key : node.keys) {
+    if (node.scope == tree::Declare::Scope::global) {
+      locals_->erase(key);
+      globals_.try_emplace(key);
+    } else {
+      (*locals_)[key] = std::nullopt;
+    }
+  }
+  return {};
+}
+
+Evaluator::Outcome Evaluator::run(tree::Group const& node) {
+  return execute(node.body);
+}
+
+}  // namespace morla::applescript

@@ -1,0 +1,116 @@
+#include "applescript/Operators.h"
+
+#include <cmath>
+
+#include "applescript/Coercion.h"
+#include "applescript/Describe.h"
+#include "applescript/ScriptError.h"
+
+namespace morla::applescript {
+namespace {
+
+/// Integers beyond this become real.
+constexpr std::int64_t kLargestInteger = 536870911;
+
+[[nodiscard]] Datum integerOrReal(std::int64_t value) {
+  if (value > kLargestInteger || value < -kLargestInteger) return static_cast<double>(value);
+  return value;
+}
+
+[[nodiscard]] Datum real(double value) {
+  if (!std::isfinite(value)) raise(errors::kNumberTooLarge, "The result of a numeric operation was too large.");
+  return value;
+}
+
+/// A whole number as an integer where it fits.
+[[nodiscard]] Datum whole(double value) {
+  if (std::abs(value) <= static_cast<double>(kLargestInteger)) return static_cast<std::int64_t>(value);
+  return real(value);
+}
+
+[[nodiscard]] double asReal(Datum const& number) {
+  auto const* integer = number.as<std::int64_t>();
+  return integer == nullptr ? *number.as<double>() : static_cast<double>(*integer);
+}
+
+[[nodiscard]] Datum calculated(BinaryOperator operation, Datum const& left, Datum const& right, RunState& state) {
+  Datum const a = coerce(left, "nmbr"_code, state);
+  Datum const b = coerce(right, "nmbr"_code, state);
+  auto const* i = a.as<std::int64_t>();
+  auto const* j = b.as<std::int64_t>();
+  // Integers fit into 30 bits wherever they come from, so nothing overflows here.
+  bool const areIntegers = i != nullptr && j != nullptr;
+  double const x = asReal(a);
+  double const y = asReal(b);
+  bool const divides = operation == BinaryOperator::divide || operation == BinaryOperator::integerDivide ||
+                       operation == BinaryOperator::modulo;
+  if (divides && y == 0) {
+    raise(errors::kDivisionByZero, "Can’t divide " + sourceText(a, state) + " by zero.", a);
+  }
+  switch (operation) {
+    case BinaryOperator::add:
+      return areIntegers ? integerOrReal(*i + *j) : real(x + y);
+    case BinaryOperator::subtract:
+      return areIntegers ? integerOrReal(*i - *j) : real(x - y);
+    case BinaryOperator::multiply:
+      return areIntegers ? integerOrReal(*i * *j) : real(x * y);
+    case BinaryOperator::divide:
+      return real(x / y);
+    case BinaryOperator::integerDivide:
+      return areIntegers ? Datum(*i / *j) : whole(std::trunc(x / y));
+    case BinaryOperator::modulo:
+      return areIntegers ? Datum(*i % *j) : real(std::fmod(x, y));
+    case BinaryOperator::power:
+      return real(std::pow(x, y));
+    case BinaryOperator::concatenate:
+    case BinaryOperator::logicalAnd:
+    case BinaryOperator::logicalOr:
+      break;
+  }
+  raise(errors::kGeneral, "No operator of numbers.");
+}
+
+/// Text when the left side is text, a record of two records, else a list: `5 & "a"` is {5, "a"}.
+[[nodiscard]] Datum concatenated(Datum const& left, Datum const& right, RunState& state) {
+  if (auto const* text = left.as<Text>()) {
+    Datum const more = coerce(right, "ctxt"_code, state);
+    state.spend(more.as<Text>()->size() / 64);
+    return state.append(*text, more.as<Text>()->view());
+  }
+  auto const* a = left.as<RecordReference>();
+  auto const* b = right.as<RecordReference>();
+  if (a != nullptr && b != nullptr) {
+    RecordObject::Fields fields = (*a)->fields;
+    RecordReference const joined = state.heap.makeRecord(std::move(fields));
+    for (auto const& field : (*b)->fields) {
+      if (joined->find(field.first) == nullptr) joined->fields.push_back(field);
+    }
+    return joined;
+  }
+  std::vector<Datum> items;
+  for (Datum const* side : {&left, &right}) {
+    auto const* list = side->as<ListReference>();
+    if (list == nullptr) {
+      items.push_back(*side);
+    } else {
+      items.insert(items.end(), (*list)->items.begin(), (*list)->items.end());
+    }
+  }
+  return state.makeList(std::move(items));
+}
+
+}  // namespace
+
+Datum applied(BinaryOperator operation, Datum const& left, Datum const& right, RunState& state) {
+  Datum const a = dereferenced(left);
+  Datum const b = dereferenced(right);
+  return operation == BinaryOperator::concatenate ? concatenated(a, b, state) : calculated(operation, a, b, state);
+}
+
+Datum negated(Datum const& operand, RunState& state) {
+  Datum const number = coerce(operand, "nmbr"_code, state);
+  if (auto const* integer = number.as<std::int64_t>()) return -*integer;
+  return -*number.as<double>();
+}
+
+}  // namespace morla::applescript

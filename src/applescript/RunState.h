@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+
+#include "applescript/Applications.h"
+#include "applescript/Datum.h"
+#include "applescript/Interpreter.h"
+
+namespace morla::applescript {
+
+/// What every part of the evaluator shares during one run.
+struct RunState {
+  RunState(Host& theHost, Applications& theApplications, Limits const& theLimits)
+      : host(theHost), applications(theApplications), limits(theLimits) {}
+
+  Heap heap;  // first, since everything below may hold data of it
+  Host& host;
+  Applications& applications;
+  Limits const& limits;
+  TextItemDelimiters delimiters;
+  bool delimitersAreText = false;  ///< they were set as one text, and read back as one
+  Considerations considerations;
+
+  /// Counts `count` steps of work; the script ends when there were too many.
+  void spend(std::uint64_t count = 1);
+  [[nodiscard]] ListReference makeList(std::vector<Datum> items);
+  [[nodiscard]] Datum makeText(std::string text);
+  /// The text with `more` at its end.
+  [[nodiscard]] Datum append(Text const& text, std::string_view more);
+
+ private:
+  std::uint64_t steps_ = 0;
+};
+
+}  // namespace morla::applescript

@@ -1,0 +1,295 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "applescript/AppleEvent.h"
+#include "applescript/Interpreter.h"
+#include "applescript/Value.h"
+
+/// A compiled script: codes instead of words, and a range of the source on every node.
+namespace morla::applescript {
+
+struct TargetApplication;
+
+/// Never null in a finished tree, unless a member says so.
+struct Expression;
+using ExpressionPointer = std::unique_ptr<Expression>;
+struct Statement;
+using Block = std::vector<Statement>;
+
+enum class BinaryOperator {
+  add,
+  subtract,
+  multiply,
+  divide,
+  integerDivide,
+  modulo,
+  power,
+  concatenate,
+  logicalAnd,
+  logicalOr,
+};
+enum class UnaryOperator { negate, plus, logicalNot };
+enum class ComparisonOperator {
+  equal,
+  notEqual,
+  less,
+  lessOrEqual,
+  greater,
+  greaterOrEqual,
+  contains,
+  notContains,
+  isIn,
+  isNotIn,
+  startsWith,
+  endsWith,
+};
+
+namespace tree {
+
+struct Literal {
+  Value value;
+};
+struct Variable {
+  std::string key;   ///< lower case, unless it was written between bars
+  std::string name;  ///< as written
+};
+struct ListDisplay {
+  std::vector<ExpressionPointer> items;
+};
+struct RecordDisplay {
+  std::vector<std::pair<RecordKey, ExpressionPointer>> fields;
+};
+struct Unary {
+  UnaryOperator operation;
+  ExpressionPointer operand;
+};
+/// `first op operand op operand …` of one precedence, evaluated from the left: a long sum is no deep tree.
+struct Chain {
+  ExpressionPointer first;
+  std::vector<std::pair<BinaryOperator, ExpressionPointer>> rest;
+};
+struct Comparison {
+  ComparisonOperator operation;
+  ExpressionPointer left;
+  ExpressionPointer right;
+};
+struct Coerce {
+  ExpressionPointer operand;
+  Code type;
+};
+struct IsRunning {
+  ExpressionPointer application;
+};
+/// What a reference is relative to when the script names no container.
+struct ImpliedTarget {};
+/// `it`: the target of the enclosing tell, as an object.
+struct It {};
+/// `me`, `AppleScript`, `current application`.
+struct Me {};
+/// Inside a whose clause: the object that is being tested.
+struct Examined {};
+/// `result`
+struct LastResult {};
+struct PropertyOf {
+  RecordKey key;
+  ExpressionPointer container;
+};
+struct ElementOf {
+  enum class Form {
+    indexOrName,  ///< a number or a text, known when it is evaluated
+    index,
+    name,
+    id,
+    range,  ///< from `selector` to `upper`
+    every,
+    first,
+    last,
+    middle,
+    some,
+    test,    ///< every one for which `selector` holds
+    before,  ///< the one before `container`
+    after,
+  };
+  Code type;
+  Form form;
+  ExpressionPointer selector;  ///< null where the form has none
+  ExpressionPointer upper;     ///< null but for a range
+  ExpressionPointer container;
+};
+/// `beginning of X`, `end of X`, `before X`, `after X`
+struct InsertionPlace {
+  Code position;
+  ExpressionPointer object;
+};
+struct ApplicationNamed {
+  ApplicationReference::Kind kind;
+  ExpressionPointer text;
+  std::shared_ptr<TargetApplication> known;  ///< when the text is a literal; else null
+};
+struct PosixFile {
+  ExpressionPointer path;
+};
+struct ReferenceTo {
+  ExpressionPointer object;
+};
+struct Count {
+  ExpressionPointer operand;
+};
+struct Exists {
+  ExpressionPointer operand;
+};
+/// `get X`: what an expression statement does anyway.
+struct Command {
+  std::string name;
+  Code eventClass;
+  Code eventId;
+  ExpressionPointer direct;  ///< null when there is none
+  std::vector<std::pair<Code, ExpressionPointer>> parameters;
+};
+struct HandlerCall {
+  std::string key;
+  std::string name;
+  bool isOfScript;  ///< `my f()`, `f() of me`: never the tell's target
+  std::vector<ExpressionPointer> arguments;
+};
+
+}  // namespace tree
+
+struct Expression {
+  using Node = std::variant<tree::Literal, tree::Variable, tree::ListDisplay, tree::RecordDisplay, tree::Unary,
+                            tree::Chain, tree::Comparison, tree::Coerce, tree::IsRunning, tree::ImpliedTarget, tree::It,
+                            tree::Me, tree::Examined, tree::LastResult, tree::PropertyOf, tree::ElementOf,
+                            tree::InsertionPlace, tree::ApplicationNamed, tree::PosixFile, tree::ReferenceTo,
+                            tree::Count, tree::Exists, tree::Command, tree::HandlerCall>;
+  Node node;
+  SourceRange range;
+
+  template <typename T>
+  [[nodiscard]] T const* as() const {
+    return std::get_if<T>(&node);
+  }
+  template <typename T>
+  [[nodiscard]] T* as() {
+    return std::get_if<T>(&node);
+  }
+};
+
+namespace tree {
+
+struct Evaluate {
+  ExpressionPointer expression;
+};
+struct Set {
+  ExpressionPointer target;
+  ExpressionPointer value;
+};
+struct If {
+  std::vector<std::pair<ExpressionPointer, Block>> branches;
+  Block otherwise;
+};
+struct Tell {
+  ExpressionPointer target;
+  bool isApplication;  ///< the target is an application itself: entering asks for permission
+  Block body;
+};
+struct Try {
+  Block body;
+  Block onError;
+  // What `on error` names; each may be null.
+  ExpressionPointer message;
+  ExpressionPointer number;
+  ExpressionPointer offender;
+  ExpressionPointer expectedType;
+  ExpressionPointer partialResult;
+};
+struct RepeatForever {
+  Block body;
+};
+struct RepeatTimes {
+  ExpressionPointer count;
+  Block body;
+};
+struct RepeatWhile {
+  enum class Sense { whileTrue, untilTrue } sense;
+  ExpressionPointer condition;
+  Block body;
+};
+struct RepeatInList {
+  ExpressionPointer variable;
+  ExpressionPointer list;
+  Block body;
+};
+struct RepeatFromTo {
+  ExpressionPointer variable;
+  ExpressionPointer from;
+  ExpressionPointer to;
+  ExpressionPointer by;  ///< null: 1
+  Block body;
+};
+struct ExitRepeat {};
+struct Return {
+  ExpressionPointer value;  ///< null: none
+};
+struct RaiseError {
+  ExpressionPointer message;
+  ExpressionPointer number;
+  ExpressionPointer offender;
+  ExpressionPointer expectedType;
+  ExpressionPointer partialResult;
+};
+struct Considering {
+  std::uint32_t considered = 0;  ///< bits of Considerations that the block clears
+  std::uint32_t ignored = 0;     ///< bits that it sets
+  Block body;
+};
+struct WithTimeout {
+  ExpressionPointer seconds;
+  Block body;
+};
+struct Declare {
+  enum class Scope { global, local } scope;
+  std::vector<std::string> keys;
+};
+/// `using terms from`: the compiler's business, so only its body is left.
+struct Group {
+  Block body;
+};
+
+}  // namespace tree
+
+struct Statement {
+  using Node =
+      std::variant<tree::Evaluate, tree::Set, tree::If, tree::Tell, tree::Try, tree::RepeatForever, tree::RepeatTimes,
+                   tree::RepeatWhile, tree::RepeatInList, tree::RepeatFromTo, tree::ExitRepeat, tree::Return,
+                   tree::RaiseError, tree::Considering, tree::WithTimeout, tree::Declare, tree::Group>;
+  Node node;
+  SourceRange range;
+};
+
+struct Handler {
+  std::string key;
+  std::string name;
+  std::vector<ExpressionPointer> parameters;  ///< patterns, as `set` has them
+  Block body;
+  SourceRange range;
+};
+
+struct ScriptProperty {
+  std::string key;
+  ExpressionPointer value;
+};
+
+struct Script {
+  std::vector<ScriptProperty> properties;
+  std::vector<Handler> handlers;
+  Block body;  ///< the run handler, written out or implied
+};
+
+}  // namespace morla::applescript

@@ -1,0 +1,102 @@
+#include "applescript/TextElements.h"
+
+#include <algorithm>
+
+#include "applescript/Comparison.h"
+#include "base/unicode/Unicode.h"
+
+namespace morla::applescript {
+namespace {
+
+[[nodiscard]] bool isWordByte(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+         static_cast<unsigned char>(c) >= 0x80U;
+}
+
+/// A text and its comparable form, character by character.
+struct Characters {
+  std::vector<std::string_view> originals;
+  std::vector<std::string> comparable;
+};
+
+[[nodiscard]] Characters charactersToCompare(std::string_view text, Considerations considerations) {
+  Characters result{charactersOf(text), {}};
+  result.comparable.reserve(result.originals.size());
+  for (std::string_view const character : result.originals) {
+    result.comparable.push_back(folded(character, considerations));
+  }
+  return result;
+}
+
+}  // namespace
+
+std::vector<std::string_view> charactersOf(std::string_view text) {
+  return unicode::graphemeClusters(text);
+}
+
+std::vector<std::string_view> wordsOf(std::string_view text) {
+  std::vector<std::string_view> words;
+  std::size_t i = 0;
+  while (i < text.size()) {
+    if (!isWordByte(text[i])) {
+      ++i;
+      continue;
+    }
+    std::size_t const start = i;
+    // An apostrophe or a full stop between two letters or digits is part of the word: "don't", "3.5".
+    while (i < text.size() && (isWordByte(text[i]) || ((text[i] == '\'' || text[i] == '.') && i + 1 < text.size() &&
+                                                       isWordByte(text[i + 1])))) {
+      ++i;
+    }
+    words.push_back(text.substr(start, i - start));
+  }
+  return words;
+}
+
+std::vector<std::string_view> paragraphsOf(std::string_view text) {
+  std::vector<std::string_view> paragraphs;
+  std::size_t start = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\r' && text[i] != '\n') continue;
+    paragraphs.push_back(text.substr(start, i - start));
+    if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
+    start = i + 1;
+  }
+  paragraphs.push_back(text.substr(start));
+  return paragraphs;
+}
+
+std::vector<std::string_view> textItemsOf(std::string_view text, std::vector<std::string> const& delimiters,
+                                          Considerations considerations) {
+  std::vector<std::vector<std::string>> separators;
+  for (std::string const& delimiter : delimiters) {
+    if (!delimiter.empty()) separators.push_back(charactersToCompare(delimiter, considerations).comparable);
+  }
+  if (separators.empty()) return charactersOf(text);
+  Characters const characters = charactersToCompare(text, considerations);
+  std::vector<std::string_view> items;
+  std::size_t itemStart = 0;  // in bytes
+  std::size_t offset = 0;     // of the character at `i`
+  std::size_t const count = characters.comparable.size();
+  for (std::size_t i = 0; i < count;) {
+    std::size_t matched = 0;
+    for (auto const& separator : separators) {
+      if (i + separator.size() > count) continue;
+      auto const at = characters.comparable.begin() + static_cast<std::ptrdiff_t>(i);
+      if (!std::equal(separator.begin(), separator.end(), at)) continue;
+      matched = separator.size();
+      break;
+    }
+    if (matched == 0) {
+      offset += characters.originals[i++].size();
+      continue;
+    }
+    items.push_back(text.substr(itemStart, offset - itemStart));
+    for (std::size_t const end = i + matched; i < end; ++i) offset += characters.originals[i].size();
+    itemStart = offset;
+  }
+  items.push_back(text.substr(itemStart));
+  return items;
+}
+
+}  // namespace morla::applescript

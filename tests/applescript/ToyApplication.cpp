@@ -1,0 +1,379 @@
+#include "ToyApplication.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "base/unicode/Unicode.h"
+
+namespace morla::applescript::test {
+namespace {
+
+[[nodiscard]] EventError noSuchObject(Value const& about) {
+  return {errors::kNoSuchObject, "", about};
+}
+
+[[nodiscard]] Value const* parameterOf(AppleEvent const& event, Code code) {
+  for (auto const& [name, value] : event.parameters) {
+    if (name == code) return &value;
+  }
+  return nullptr;
+}
+
+[[nodiscard]] Value const* fieldOf(Value const& value, Code code) {
+  auto const* record = value.as<Record>();
+  if (record == nullptr) return nullptr;
+  for (RecordField const& field : *record) {
+    if (field.key == RecordKey(code)) return &field.value;
+  }
+  return nullptr;
+}
+
+[[nodiscard]] double numberOf(Value const& value) {
+  if (auto const* integer = value.as<std::int64_t>()) return static_cast<double>(*integer);
+  auto const* real = value.as<double>();
+  return real == nullptr ? 0 : *real;
+}
+
+}  // namespace
+
+ToyApplication::ToyApplication(std::string name, std::string identifier, std::string_view dictionaryTable)
+    : information_{std::move(name), std::move(identifier)} {
+  DictionaryOrProblem parsed = parseDictionary(dictionaryTable);
+  if (!parsed.dictionary) throw std::logic_error("the toy's dictionary, " + parsed.problem);
+  dictionary_ = std::make_shared<Dictionary const>(*std::move(parsed.dictionary));
+  root.type = "capp"_code;
+}
+
+ToyApplication::Object& ToyApplication::add(Object& parent, Code type, std::map<Code, Value> properties) {
+  parent.elements.push_back({type, ++lastId_, std::move(properties), {}});
+  return parent.elements.back();
+}
+
+Value ToyApplication::specifierOf(Object const& object) const {
+  if (&object == &root) return {};
+  return std::make_shared<Specifier const>(Specifier{object.type, KeyForm::id, object.id, {}});
+}
+
+[[nodiscard]] static ToyApplication::Object* findById(ToyApplication::Object& within, std::int64_t id) {
+  for (auto& element : within.elements) {
+    if (element.id == id) return &element;
+    if (auto* deeper = findById(element, id)) return deeper;
+  }
+  return nullptr;
+}
+
+ToyApplication::Found ToyApplication::find(Value const& reference) {
+  if (reference.isNull()) return {{&root}, {}};
+  auto const* pointer = reference.as<SpecifierPointer>();
+  if (pointer == nullptr) return {{}, noSuchObject(reference)};
+  Specifier const& specifier = **pointer;
+  if (specifier.form == KeyForm::id) {
+    Object* object = findById(root, static_cast<std::int64_t>(numberOf(specifier.selector)));
+    if (object == nullptr) return {{}, noSuchObject(reference)};
+    return {{object}, {}};
+  }
+  Found const container = find(specifier.container);
+  if (container.error) return container;
+  if (container.objects.empty()) return {{}, noSuchObject(reference)};
+  if (specifier.form == KeyForm::property) {
+    // A property whose value is an object leads on to it; a script can make it lead back to itself.
+    if (++hops_ > kMaximumHops) return {{}, noSuchObject(reference)};
+    Object const& owner = *container.objects.front();
+    auto const value = owner.properties.find(specifier.selector.as<TypeCode>()->code);
+    if (value == owner.properties.end()) return {{}, noSuchObject(reference)};
+    return find(value->second);
+  }
+  std::vector<Object*> candidates;
+  for (Object* owner : container.objects) {
+    if (owner->type == specifier.wanted) candidates.push_back(owner);
+    for (Object& element : owner->elements) {
+      if (element.type == specifier.wanted) candidates.push_back(&element);
+    }
+  }
+  Found found = pick(specifier, candidates);
+  if (found.error) found.error->offender = reference;
+  return found;
+}
+
+ToyApplication::Found ToyApplication::pick(Specifier const& specifier, std::vector<Object*> const& candidates) {
+  auto const at = [&candidates](Value const& selector) -> std::optional<std::size_t> {
+    std::int64_t index = static_cast<std::int64_t>(numberOf(selector));
+    if (index < 0) index += static_cast<std::int64_t>(candidates.size()) + 1;
+    if (index < 1 || index > static_cast<std::int64_t>(candidates.size())) return std::nullopt;
+    return static_cast<std::size_t>(index - 1);
+  };
+  Found found;
+  switch (specifier.form) {
+    case KeyForm::every:
+      return {candidates, {}};
+    case KeyForm::index:
+      if (auto const index = at(specifier.selector)) return {{candidates[*index]}, {}};
+      return {{}, EventError{errors::kInvalidIndex, "", {}}};
+    case KeyForm::name:
+      for (Object* candidate : candidates) {
+        auto const* name = candidate->properties["pnam"_code].as<std::string>();
+        auto const* wanted = specifier.selector.as<std::string>();
+        if (name != nullptr && wanted != nullptr && unicode::equalsIgnoringCase(*name, *wanted))
+          return {{candidate}, {}};
+      }
+      return {{}, noSuchObject({})};
+    case KeyForm::test:
+      for (Object* candidate : candidates) {
+        if (passes(*candidate, specifier.selector)) found.objects.push_back(candidate);
+      }
+      return found;
+    case KeyForm::range: {
+      auto const first = at(*fieldOf(specifier.selector, "star"_code));
+      auto const last = at(*fieldOf(specifier.selector, "stop"_code));
+      if (!first || !last) return {{}, EventError{errors::kInvalidIndex, "", {}}};
+      for (std::size_t i = *first; i <= *last; ++i) found.objects.push_back(candidates[i]);
+      return found;
+    }
+    case KeyForm::property:
+    case KeyForm::id:
+    case KeyForm::relative:
+      break;
+  }
+  return {{}, EventError{errors::kEventNotHandled, "", {}}};
+}
+
+Value ToyApplication::tested(Object& object, Value const& operand) {
+  auto const* pointer = operand.as<SpecifierPointer>();
+  if (pointer == nullptr) return operand;
+  if ((*pointer)->form != KeyForm::property) return {};
+  return object.properties[(*pointer)->selector.as<TypeCode>()->code];
+}
+
+bool ToyApplication::passes(Object& object, Value const& test) {
+  if (Value const* logic = fieldOf(test, "logc"_code)) {
+    List const& terms = *fieldOf(test, "term"_code)->as<List>();
+    Code const code = logic->as<Enumerator>()->code;
+    auto const one = [&](Value const& term) { return passes(object, term); };
+    if (code == "NOT "_code) return !one(terms.front());
+    return code == "AND "_code ? std::ranges::all_of(terms, one) : std::ranges::any_of(terms, one);
+  }
+  Value const left = tested(object, *fieldOf(test, "obj1"_code));
+  Value const right = tested(object, *fieldOf(test, "obj2"_code));
+  Code const relation = fieldOf(test, "relo"_code)->as<Enumerator>()->code;
+  if (relation == "=   "_code) return left == right;
+  if (relation == ">   "_code) return numberOf(left) > numberOf(right);
+  if (relation == ">=  "_code) return numberOf(left) >= numberOf(right);
+  if (relation == "<   "_code) return numberOf(left) < numberOf(right);
+  if (relation == "<=  "_code) return numberOf(left) <= numberOf(right);
+  if (auto const* list = left.as<List>()) return std::ranges::find(*list, right) != list->end();
+  if (left.as<std::string>() == nullptr || right.as<std::string>() == nullptr) return false;
+  std::string const& text = *left.as<std::string>();
+  std::string const& part = *right.as<std::string>();
+  if (relation == "bgwt"_code) return text.starts_with(part);
+  if (relation == "ends"_code) return text.ends_with(part);
+  return text.find(part) != std::string::npos;
+}
+
+EventReply ToyApplication::get(Value const& reference) {
+  auto const* pointer = reference.as<SpecifierPointer>();
+  if (pointer != nullptr && (*pointer)->form == KeyForm::property) {
+    Found const owners = find((*pointer)->container);
+    if (owners.error) return *owners.error;
+    Code const property = (*pointer)->selector.as<TypeCode>()->code;
+    List values;
+    for (Object* owner : owners.objects) {
+      auto const found = owner->properties.find(property);
+      if (property == "pcls"_code) {
+        values.push_back(TypeCode{owner->type});
+      } else if (found == owner->properties.end()) {
+        return noSuchObject(reference);
+      } else {
+        values.push_back(found->second);
+      }
+    }
+    auto const* container = (*pointer)->container.as<SpecifierPointer>();
+    bool const isMany =
+        container != nullptr && ((*container)->form == KeyForm::every || (*container)->form == KeyForm::test ||
+                                 (*container)->form == KeyForm::range);
+    if (!isMany && values.empty()) return noSuchObject(reference);
+    if (!isMany) return values.front();
+    return Value(std::move(values));
+  }
+  Found const found = find(reference);
+  if (found.error) return *found.error;
+  bool const isMany = pointer != nullptr && ((*pointer)->form == KeyForm::every || (*pointer)->form == KeyForm::test ||
+                                             (*pointer)->form == KeyForm::range);
+  if (!isMany && found.objects.empty()) return noSuchObject(reference);
+  if (!isMany) return specifierOf(*found.objects.front());
+  List all;
+  for (Object* object : found.objects) all.push_back(specifierOf(*object));
+  return Value(std::move(all));
+}
+
+EventReply ToyApplication::set(AppleEvent const& event) {
+  auto const* pointer = event.directObject.as<SpecifierPointer>();
+  if (pointer == nullptr || (*pointer)->form != KeyForm::property) return EventError{errors::kCannotSet, "", {}};
+  Code const property = (*pointer)->selector.as<TypeCode>()->code;
+  for (auto const& term : dictionary_->properties) {
+    if (term.code == property && !term.isWritable) return EventError{errors::kNotModifiable, "", event.directObject};
+  }
+  Found const owners = find((*pointer)->container);
+  if (owners.error) return *owners.error;
+  for (Object* owner : owners.objects) owner->properties[property] = *parameterOf(event, "data"_code);
+  return Value();
+}
+
+EventReply ToyApplication::count(AppleEvent const& event) {
+  Found const containers = find(event.directObject);
+  if (containers.error) return *containers.error;
+  Code const type = parameterOf(event, "kocl"_code)->as<TypeCode>()->code;
+  std::int64_t total = 0;
+  for (Object* container : containers.objects) {
+    total += std::ranges::count_if(container->elements, [type](Object const& one) { return one.type == type; });
+  }
+  return Value(total);
+}
+
+EventReply ToyApplication::make(AppleEvent const& event) {
+  Value const* type = parameterOf(event, "kocl"_code);
+  if (type == nullptr) return EventError{errors::kParameterMissing, "", {}};
+  Value const* place = parameterOf(event, "insh"_code);
+  if (place == nullptr) place = parameterOf(event, "subj"_code);
+  if (place != nullptr && fieldOf(*place, "kobj"_code) != nullptr) place = fieldOf(*place, "kobj"_code);
+  Found const parents = place == nullptr ? Found{{&root}, {}} : find(*place);
+  if (parents.error) return *parents.error;
+  Object& made = add(*parents.objects.front(), type->as<TypeCode>()->code, {});
+  Value const* properties = parameterOf(event, "prdt"_code);
+  if (properties != nullptr && properties->as<Record>() != nullptr) {
+    for (RecordField const& field : *properties->as<Record>())
+      if (auto const* code = std::get_if<Code>(&field.key)) made.properties[*code] = field.value;
+  }
+  return specifierOf(made);
+}
+
+EventReply ToyApplication::remove(Value const& reference) {
+  Found const found = find(reference);
+  if (found.error) return *found.error;
+  std::set<std::int64_t> ids;
+  for (Object const* object : found.objects) ids.insert(object->id);
+  std::function<void(Object&)> const erase = [&](Object& parent) {
+    std::erase_if(parent.elements, [&](Object const& one) { return ids.contains(one.id); });
+    for (Object& element : parent.elements) erase(element);
+  };
+  erase(root);
+  return Value();
+}
+
+EventReply ToyApplication::handle(AppleEvent const& event) {
+  hops_ = 0;
+  isRunning = true;
+  events.push_back(event);
+  if (intercept) {
+    if (auto reply = intercept(events.size(), event)) return *reply;
+  }
+  std::string const id = event.eventClass.text() + event.eventId.text();
+  if (id == "coregetd") return get(event.directObject);
+  if (id == "coresetd") return set(event);
+  if (id == "corecnte") return count(event);
+  if (id == "corecrel") return make(event);
+  if (id == "coredelo") return remove(event.directObject);
+  if (id == "coredoex") return Value(!find(event.directObject).error.has_value());
+  if (id == "GardWatr") {
+    // Says what it was asked, so that a test sees every parameter.
+    std::string text = "watered";
+    if (auto const* list = event.directObject.as<List>()) text += " " + std::to_string(list->size());
+    if (Value const* liters = parameterOf(event, "Litr"_code)) text += " with " + std::to_string(numberOf(*liters));
+    if (Value const* gently = parameterOf(event, "Gent"_code)) text += *gently == Value(true) ? " gently" : " roughly";
+    return Value(text);
+  }
+  return EventError{errors::kEventNotHandled, "", event.directObject};
+}
+
+// --- The host
+
+ToyApplication* ToyHost::find(ApplicationReference const& reference) const {
+  for (ToyApplication* application : applications) {
+    bool const isByName = reference.kind == ApplicationReference::Kind::name;
+    auto const& information = application->information();
+    if (reference.text == (isByName ? information.name : information.identifier)) return application;
+  }
+  return nullptr;
+}
+
+std::optional<ApplicationInformation> ToyHost::locate(ApplicationReference const& reference) {
+  ToyApplication* application = find(reference);
+  if (application == nullptr) return std::nullopt;
+  return application->information();
+}
+
+bool ToyHost::isRunning(ApplicationReference const& reference) {
+  ToyApplication* application = find(reference);
+  return application != nullptr && application->isRunning;
+}
+
+std::shared_ptr<Dictionary const> ToyHost::dictionary(ApplicationInformation const& application) {
+  return find({ApplicationReference::Kind::identifier, application.identifier})->dictionary();
+}
+
+std::optional<EventError> ToyHost::enterTell(ApplicationInformation const& application) {
+  tells.push_back(application.identifier);
+  return find({ApplicationReference::Kind::identifier, application.identifier})->tellRefusal;
+}
+
+EventReply ToyHost::send(ApplicationInformation const& application, AppleEvent const& event) {
+  return find({ApplicationReference::Kind::identifier, application.identifier})->handle(event);
+}
+
+ShellResult ToyHost::runShell(std::string const& command) {
+  commands.push_back(command);
+  if (shell) return shell(command);
+  return {127, "", "no shell in this test"};
+}
+
+Host::FileKind ToyHost::fileKindAt(std::string const& posixPath) {
+  std::string path = posixPath;
+  if (path.ends_with('/')) path.pop_back();
+  return folders.contains(path) ? FileKind::folder : FileKind::none;
+}
+
+std::unique_ptr<ToyApplication> makeGarden() {
+  static constexpr std::string_view kTable =
+      "class\tapplication\tcapp\n"
+      "class\tbed\tgbed\n"
+      "class\tplant\tplnt\n"
+      "class\tlily\tlily\tlilies\tplant\n"
+      "element\tapplication\tbed\n"
+      "element\tbed\tplant\n"
+      "property\tapplication\tname\tpnam\ttext\tr\n"
+      "property\tapplication\tcurrent bed\tCbed\tbed\trw\n"
+      "property\tbed\tname\tpnam\ttext\trw\n"
+      "property\tplant\tname\tpnam\ttext\trw\n"
+      "property\tplant\theight\tPhei\tnumber\trw\n"
+      "property\tplant\theight per week\tPhpw\tnumber\trw\n"
+      "property\tplant\tmain colour\tPcol\tcolour kind\trw\n"
+      "property\tplant\tripe\tPrip\tboolean\tr\n"
+      "property\tplant\tbed\tPbed\tbed\tr\n"
+      "enumerator\tcolour kind\tred\tRedd\n"
+      "enumerator\tcolour kind\tred and white\tRdWh\n"
+      "command\twater\tGardWatr\tany\ttext\n"
+      "parameter\twater\tamount\tLitr\tnumber\toptional\n"
+      "parameter\twater\tgently\tGent\tboolean\toptional\n"
+      "command\tend long season\tGardEndS\n";
+  auto garden = std::make_unique<ToyApplication>("Garden", "org.example.garden", kTable);
+  garden->root.properties["pnam"_code] = "Garden";
+  garden->root.elements.reserve(4);
+  auto& roses = garden->add(garden->root, "gbed"_code, {{"pnam"_code, "Roses"}});
+  auto& herbs = garden->add(garden->root, "gbed"_code, {{"pnam"_code, "Herbs"}});
+  auto const plant = [&garden](ToyApplication::Object& bed, char const* name, std::int64_t height, bool ripe) {
+    garden->add(bed, "plnt"_code,
+                {{"pnam"_code, name},
+                 {"Phei"_code, height},
+                 {"Prip"_code, ripe},
+                 {"Pcol"_code, Enumerator{"Redd"_code}},
+                 {"Phpw"_code, Value::missing()}});
+  };
+  plant(roses, "Damask", 90, false);
+  plant(roses, "Alba", 150, true);
+  plant(roses, "Gallica", 80, true);
+  plant(herbs, "Thyme", 20, true);
+  garden->root.properties["Cbed"_code] =
+      Value(std::make_shared<Specifier const>(Specifier{"gbed"_code, KeyForm::index, std::int64_t{1}, {}}));
+  return garden;
+}
+
+}  // namespace morla::applescript::test

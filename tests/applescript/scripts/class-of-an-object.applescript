@@ -1,0 +1,3 @@
+-- expect: plant
+-- expect events: coregetd
+tell application "Garden" to return (class of plant 1 of bed 1) as text

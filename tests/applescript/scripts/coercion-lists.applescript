@@ -1,0 +1,2 @@
+-- expect: 5
+((5 as list) as integer) as text

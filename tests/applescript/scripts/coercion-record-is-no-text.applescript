@@ -1,0 +1,2 @@
+-- expect error: -1700
+{a:1} as text

@@ -1,0 +1,2 @@
+-- expect error: -1708
+delete 5

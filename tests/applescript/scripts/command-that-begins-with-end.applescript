@@ -1,0 +1,5 @@
+-- expect error: -1708
+-- expect events: GardEndS
+tell application "Garden"
+	end long season
+end tell

@@ -1,0 +1,2 @@
+-- expect: watered roughly
+tell application "Garden" to water without gently

@@ -1,0 +1,3 @@
+-- expect error: -2741
+on f given x:y
+end f

@@ -1,0 +1,3 @@
+-- expect: :
+set AppleScript's text item delimiters to ":"
+return AppleScript's text item delimiters

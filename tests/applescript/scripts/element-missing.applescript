@@ -1,0 +1,3 @@
+-- expect error: -1728
+-- expect message: Garden got an error: Can’t get bed "Weeds".
+tell application "Garden" to get bed "Weeds"

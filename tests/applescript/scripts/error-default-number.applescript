@@ -1,0 +1,3 @@
+-- expect error: -2700
+-- expect message: bad
+error "bad"

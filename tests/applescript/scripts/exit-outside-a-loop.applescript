@@ -1,0 +1,2 @@
+-- expect error: -2755
+exit repeat

@@ -1,0 +1,2 @@
+-- expect: Disk:Job:
+(alias "Disk:Job:") as text

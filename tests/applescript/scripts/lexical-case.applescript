@@ -1,0 +1,3 @@
+-- expect: 4
+SET MyName TO 4
+Return MYNAME

@@ -1,0 +1,3 @@
+-- expect: true
+return "a
+b" is "a" & linefeed & "b"

@@ -1,0 +1,2 @@
+-- expect list
+return missing value & "||"

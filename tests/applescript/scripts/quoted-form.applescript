@@ -1,0 +1,2 @@
+-- expect: 'it'\''s'
+return quoted form of "it's"

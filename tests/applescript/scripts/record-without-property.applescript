@@ -1,0 +1,2 @@
+-- expect error: -1728
+return age of {name:"x"}

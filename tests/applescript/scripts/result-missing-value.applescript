@@ -1,0 +1,2 @@
+-- expect: msng
+missing value

@@ -1,0 +1,4 @@
+-- expect none
+repeat with x in {}
+	x
+end repeat

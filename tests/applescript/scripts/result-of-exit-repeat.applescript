@@ -1,0 +1,5 @@
+-- expect none
+repeat
+	1
+	exit repeat
+end repeat

@@ -1,0 +1,3 @@
+-- expect: 8
+5 + 1
+return result + 2

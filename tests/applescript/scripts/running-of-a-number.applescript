@@ -1,0 +1,3 @@
+-- expect error: -1728
+-- expect message: Can’t get running of 5.
+return 5 is running

@@ -1,0 +1,3 @@
+-- expect error: 1
+-- expect message: sh: nothing: not found
+do shell script "nothing"

@@ -1,0 +1,2 @@
+-- expect: hi
+do shell script "echo " & "hi"

@@ -1,0 +1,5 @@
+-- expect: Roses
+-- expect events: coregetd
+tell application id "org.example.garden"
+	return name of current bed
+end tell

@@ -1,0 +1,3 @@
+-- expect: Garden
+-- expect events: coregetd
+tell application "Garden" to get name
