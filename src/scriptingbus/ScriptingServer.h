@@ -6,6 +6,8 @@
 
 #include "applescript/AppleEvent.h"
 
+struct sd_bus;
+
 namespace morla::scriptingbus {
 
 /// What a scriptable application tells about itself.
@@ -37,6 +39,10 @@ class ScriptingServer {
 
   /// Handles everything that has arrived. False once the bus has gone.
   virtual bool process() = 0;
+
+  /// The connection that owns the bus name, for what an application serves besides on it; never null, lives as long as
+  /// the server. Objects added before the first `process` miss no call.
+  [[nodiscard]] virtual sd_bus* connection() const = 0;
 };
 
 }  // namespace morla::scriptingbus

@@ -23,10 +23,11 @@ ARROWS = {
     "update": ["base", "view", "platform"],
     "app": ["base", "view", "platform", "camerawatch", "shortcuts", "mirror", "update"],
     "applescript": ["base"],
+    "privacy": ["base"],
     "scriptingbus": ["base", "applescript"],
-    "captureone": ["base", "applescript", "scriptingbus"],
+    "captureone": ["base", "applescript", "privacy", "scriptingbus"],
     "platform/fake": ["base", "view", "platform"],
-    "platform/linux": ["base", "view", "platform", "applescript", "scriptingbus"],
+    "platform/linux": ["base", "view", "platform", "applescript", "privacy", "scriptingbus"],
     "platform/macos": ["base", "view", "platform"],
 }
 # Among the features one arrow is allowed, to one header.

@@ -1,0 +1,96 @@
+#include "platform/linux/scripting/tool/ToolArguments.h"
+
+#include <cstddef>
+#include <utility>
+
+namespace morla::linux {
+
+namespace {
+
+class Parser {
+ public:
+  explicit Parser(std::vector<std::string> const& words) : words_(words) {}
+
+  ToolArgumentsOrProblem parse() {
+    while (problem_.empty() && next_ < words_.size()) {
+      std::string const& word = words_[next_++];
+      if (word == "--") {
+        while (problem_.empty() && next_ < words_.size()) takeFile(words_[next_++]);
+      } else if (word.size() > 1 && word.front() == '-') {
+        takeOption(word);
+      } else {
+        takeFile(word);
+      }
+    }
+    if (problem_.empty() && hasFile_ && !arguments_.lines.empty()) problem_ = "a file and -e exclude each other";
+    if (!problem_.empty()) return {std::nullopt, problem_};
+    return {std::move(arguments_), {}};
+  }
+
+ private:
+  void takeOption(std::string const& word) {
+    if (word == "-e") {
+      if (auto line = takeValue(word)) arguments_.lines.push_back(std::move(*line));
+    } else if (word == "-s") {
+      if (auto const form = takeValue(word)) takeForm(*form);
+    } else if (word == "--check") {
+      arguments_.action = ToolArguments::Action::check;
+    } else if (word == "--help" || word == "-h") {
+      arguments_.action = ToolArguments::Action::help;
+    } else {
+      problem_ = "unknown option " + word;
+    }
+  }
+
+  void takeForm(std::string const& form) {
+    if (form == "h") {
+      arguments_.form = ToolArguments::Form::human;
+    } else if (form == "s") {
+      arguments_.form = ToolArguments::Form::source;
+    } else {
+      problem_ = "-s takes h or s, not " + form;
+    }
+  }
+
+  void takeFile(std::string const& word) {
+    if (hasFile_) problem_ = "more than one file";
+    hasFile_ = true;
+    arguments_.file = word;
+  }
+
+  std::optional<std::string> takeValue(std::string const& option) {
+    if (next_ < words_.size()) return words_[next_++];
+    problem_ = option + " needs a value";
+    return std::nullopt;
+  }
+
+  std::vector<std::string> const& words_;
+  std::size_t next_ = 0;
+  ToolArguments arguments_;
+  bool hasFile_ = false;
+  std::string problem_;
+};
+
+}  // namespace
+
+ToolArgumentsOrProblem parseToolArguments(std::vector<std::string> const& words) {
+  return Parser(words).parse();
+}
+
+std::string toolHelp() {
+  return "Usage: applescript [-s h|s] [--check] [-e LINE]... [FILE | -]\n"
+         "\n"
+         "Runs AppleScript and prints the script's result.\n"
+         "\n"
+         "  -e LINE    a line of the script; several make up the script, in their order\n"
+         "  FILE       a file that holds the script; - or none: standard input\n"
+         "  -s h       print the result for people to read (without this option, too)\n"
+         "  -s s       print the result as a script would write it\n"
+         "  --check    compile the script, do not run it\n"
+         "  --help     print this\n"
+         "\n"
+         "Errors go to standard error as FILE:LINE:COLUMN: error: TEXT (NUMBER).\n"
+         "Exit status: 0; 1 when the script failed or cannot be read; 2 for a wrong command line.\n";
+}
+
+}  // namespace morla::linux
