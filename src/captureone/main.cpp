@@ -1,0 +1,138 @@
+#include <QApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <QGuiApplication>
+#include <QSocketNotifier>
+#include <QTimer>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "captureone/EmbeddedDictionary.h"
+#include "captureone/control/ControlService.h"
+#include "captureone/control/StoredPermission.h"
+#include "captureone/scripting/EventGate.h"
+#include "captureone/scripting/ObjectModel.h"
+#include "captureone/window/MainWindow.h"
+#include "captureone/window/Style.h"
+#include "scriptingbus/ScriptingServer.h"
+
+namespace {
+
+using namespace morla::captureone;
+using morla::scriptingbus::ScriptingServer;
+
+enum ExitStatus : int { kDone = 0, kFailure = 1, kUsage = 2 };
+
+constexpr std::string_view kHelp =
+    "usage: captureone-sim [--help | --version]\n"
+    "\n"
+    "A simulated Capture One: a window with documents and a tethered camera, scriptable over the session bus under "
+    "the\n"
+    "name com.captureone.captureone16. `captureonectl` changes it from outside.\n"
+    "\n"
+    "Exit status: 0, 1 when it cannot run or runs already, 2 wrong usage.\n";
+
+int tell(std::string_view text, std::FILE* stream, ExitStatus status) {
+  std::fwrite(text.data(), 1, text.size(), stream);
+  return status;
+}
+
+int fail(std::string const& why) {
+  return tell("captureone-sim: " + why + "\n", stderr, kFailure);
+}
+
+bool isSet(char const* variable) {
+  auto const* value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+/// Takes effect on the next turn of the loop, so that what is being answered gets its answer.
+void quitSoon() {
+  QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(kDone); });
+}
+
+void after(std::chrono::duration<double> delay, std::function<void()> then) {
+  auto const milliseconds = std::chrono::ceil<std::chrono::milliseconds>(delay);
+  QTimer::singleShot(milliseconds, Qt::PreciseTimer, qApp, std::move(then));
+}
+
+/// Other programs write the store of permissions as well; the window and the control tool follow.
+void watchPermission(QFileSystemWatcher& watcher, StoredPermission const& permission, Controls& controls) {
+  auto const store = QString::fromStdString(permission.path());
+  auto const folder = QFileInfo(store).path();
+  auto const review = [&watcher, &controls, store] {
+    controls.review();
+    // A file that was replaced is another file, and is no longer watched.
+    if (!watcher.files().contains(store)) watcher.addPath(store);
+  };
+  QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, &watcher, review);
+  QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &watcher, review);
+  for (auto const& path : {folder, store}) {
+    if (QFile::exists(path)) watcher.addPath(path);
+  }
+}
+
+int run() {
+  ApplicationIdentity const identity;
+  Model model;
+  StoredPermission permission(morla::privacy::PermissionStore::ofUser(), identity.busName);
+  Controls controls(model, permission);
+  ObjectModel objects(model, identity, kDictionary, {quitSoon});
+  EventGate gate(model, [&objects](auto const& event) { return objects.handle(event); },
+                 {after, [] { QCoreApplication::exit(kDone); }});
+
+  // The name first: a second copy has nothing to show.
+  auto opened = ScriptingServer::open({identity.busName, identity.name, identity.version, std::string(kDictionary)},
+                                      [&gate](auto event, auto answer) { gate.handle(event, answer); });
+  if (opened.server == nullptr) return fail(opened.failure);
+
+  // The window class is made of the program's and the application's name, and both are to be the real one's.
+  std::string name = identity.name;
+  char* arguments[] = {name.data(), nullptr};
+  int count = 1;
+  QApplication application(count, arguments);
+  QCoreApplication::setApplicationName(QString::fromStdString(identity.name));
+  QCoreApplication::setApplicationVersion(QString::fromStdString(identity.version));
+  QGuiApplication::setDesktopFileName(QString::fromStdString(identity.busName));
+  style::apply(application);
+
+  MainWindow window(model, controls, QString::fromStdString(identity.name));
+  auto const control =
+      ControlService::open(opened.server->connection(), controls, {[&window] { window.settle(); }, quitSoon});
+  if (control.service == nullptr) return fail(control.failure);
+  QFileSystemWatcher watcher;
+  watchPermission(watcher, permission, controls);
+
+  QSocketNotifier bus(opened.server->fileDescriptor(), QSocketNotifier::Read);
+  auto const process = [&] {
+    if (opened.server->process()) return;
+    bus.setEnabled(false);
+    std::fputs("captureone-sim: the session bus has gone\n", stderr);
+    QCoreApplication::exit(kDone);
+  };
+  QObject::connect(&bus, &QSocketNotifier::activated, &application, process);
+  QTimer::singleShot(0, &application, process);
+
+  window.show();
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc == 2 && std::string_view(argv[1]) == "--help") return tell(kHelp, stdout, kDone);
+  if (argc == 2 && std::string_view(argv[1]) == "--version") {
+    return tell("captureone-sim " MORLA_VERSION "\n", stdout, kDone);
+  }
+  if (argc != 1) return tell(kHelp, stderr, kUsage);
+  if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM")) {
+    return fail("There is no display.");
+  }
+  return run();
+}

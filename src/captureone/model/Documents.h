@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "captureone/model/Changes.h"
+
+namespace morla::captureone {
+
+enum class DocumentKind { session, catalog };
+
+struct Document {
+  std::string id;  ///< never given twice in one run
+  std::string name;
+  DocumentKind kind = DocumentKind::session;
+
+  friend bool operator==(Document const&, Document const&) = default;
+};
+
+/// The open documents, in the order in which they were opened. One of them is current as long as there is one.
+class Documents {
+ public:
+  /// More tabs than this are of no use to anybody.
+  static constexpr std::size_t kMaximum = 12;
+
+  explicit Documents(Changes& changes);
+
+  [[nodiscard]] std::vector<Document> const& all() const { return documents_; }
+  [[nodiscard]] Document const* find(std::string_view id) const;
+  /// Null when no document is open.
+  [[nodiscard]] Document const* current() const;
+  /// What the current document is and, where none is open, what the next one will be.
+  [[nodiscard]] DocumentKind kind() const;
+
+  /// The new document becomes the current one. False: there are as many as can be.
+  bool open(DocumentKind kind);
+  /// The neighbour of a closed current document becomes current. False: no such document.
+  bool close(std::string_view id);
+  bool makeCurrent(std::string_view id);
+  /// Changes the current document, and what is opened next.
+  void setKind(DocumentKind kind);
+  /// Opens documents of the present kind, or closes the last ones. False when `count` is more than can be.
+  bool setCount(std::size_t count);
+  void reset();
+
+ private:
+  void append(DocumentKind kind);
+
+  Changes& changes_;
+  std::vector<Document> documents_;
+  std::size_t current_ = 0;
+  std::size_t opened_ = 0;  ///< in this run: ids
+  std::size_t named_ = 0;   ///< since the last reset: names
+  DocumentKind kind_ = DocumentKind::session;
+};
+
+}  // namespace morla::captureone

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "captureone/model/Cameras.h"
+#include "captureone/model/Changes.h"
+#include "captureone/model/Documents.h"
+#include "captureone/model/Faults.h"
+
+namespace morla::captureone {
+
+/// Everything the simulated application is, without a window, a bus or a clock. The window, the scripts and the control
+/// tool all read and change this one object. Main thread.
+class Model {
+ public:
+  Model() : documents_(changes_), cameras_(changes_), faults_(changes_) {}
+
+  [[nodiscard]] Documents& documents() { return documents_; }
+  [[nodiscard]] Documents const& documents() const { return documents_; }
+  [[nodiscard]] Cameras& cameras() { return cameras_; }
+  [[nodiscard]] Cameras const& cameras() const { return cameras_; }
+  [[nodiscard]] Faults& faults() { return faults_; }
+  [[nodiscard]] Faults const& faults() const { return faults_; }
+
+  /// Whether the window has the focus.
+  [[nodiscard]] bool isFrontmost() const { return isFrontmost_; }
+  void setFrontmost(bool isFrontmost) {
+    if (std::exchange(isFrontmost_, isFrontmost) != isFrontmost) changes_.announce();
+  }
+
+  Subscription onChange(std::function<void()> observer) { return changes_.observe(std::move(observer)); }
+
+  /// Back to how the program starts, told as one change.
+  void reset() {
+    Changes::Batch const batch(changes_);
+    documents_.reset();
+    cameras_.reset();
+    faults_.reset();
+  }
+
+ private:
+  Changes changes_;
+  Documents documents_;
+  Cameras cameras_;
+  Faults faults_;
+  bool isFrontmost_ = false;
+};
+
+}  // namespace morla::captureone

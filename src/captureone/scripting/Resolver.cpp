@@ -1,0 +1,195 @@
+#include "captureone/scripting/Resolver.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+
+#include "base/unicode/Unicode.h"
+#include "captureone/scripting/Classes.h"
+
+namespace morla::captureone {
+
+using applescript::Code;
+using applescript::Considerations;
+using applescript::EventError;
+using applescript::KeyForm;
+using applescript::Record;
+using applescript::Specifier;
+using applescript::SpecifierPointer;
+using applescript::TypeCode;
+using applescript::Value;
+
+struct Resolver::Request {
+  Specifier const& specifier;
+  Value const& value;  ///< the same specifier, as errors name it
+  Considerations considerations;
+};
+
+namespace {
+
+std::optional<std::int64_t> wholeNumber(Value const& value) {
+  if (auto const* integer = value.as<std::int64_t>()) return *integer;
+  if (auto const* real = value.as<double>(); real != nullptr && std::trunc(*real) == *real && std::abs(*real) < 1e15) {
+    return static_cast<std::int64_t>(*real);
+  }
+  return {};
+}
+
+/// From 1, or from -1 backwards, to a place in a list of `size`.
+std::optional<std::size_t> placeOf(std::int64_t index, std::size_t size) {
+  auto const length = static_cast<std::int64_t>(size);
+  auto const place = index > 0 ? index - 1 : length + index;
+  if (index == 0 || place < 0 || place >= length) return {};
+  return static_cast<std::size_t>(place);
+}
+
+Value const* field(Record const& record, Code key) {
+  for (auto const& each : record) {
+    if (each.key == applescript::RecordKey(key)) return &each.value;
+  }
+  return nullptr;
+}
+
+/// Where a range begins or ends: an index, or an index specifier that is relative to the range's container.
+std::optional<std::int64_t> boundOf(Value const* bound, Code wanted) {
+  if (bound == nullptr) return {};
+  auto const* pointer = bound->as<SpecifierPointer>();
+  if (pointer == nullptr) return wholeNumber(*bound);
+  Specifier const& specifier = **pointer;
+  if (specifier.form != KeyForm::index || specifier.wanted != wanted || !specifier.container.isNull()) return {};
+  return wholeNumber(specifier.selector);
+}
+
+}  // namespace
+
+ServedClass* Resolver::served(Code code) const {
+  auto const found = std::ranges::find_if(classes_, [code](auto const& each) { return each->code() == code; });
+  return found == classes_.end() ? nullptr : found->get();
+}
+
+Reading Resolver::read(PropertyReference const& reference, Value const& offender) const {
+  if (!reference.property->isReadable) return failures::cannotGet(offender);
+  auto const* owner = served(reference.owner.type);
+  if (owner == nullptr) return failures::notSimulated("such class", offender);
+  auto reading = owner->read(reference.owner, reference.property->code);
+  if (auto* error = std::get_if<EventError>(&reading); error != nullptr && !offender.isNull()) {
+    error->offender = offender;
+  }
+  return reading;
+}
+
+std::variant<ObjectReference, EventError> Resolver::object(Item const& item, Value const& offender) const {
+  if (auto const* object = std::get_if<ObjectReference>(&item)) return *object;
+  auto const reading = read(std::get<PropertyReference>(item), offender);
+  if (auto const* error = std::get_if<EventError>(&reading)) return *error;
+  auto const* held = std::get_if<ObjectReference>(&std::get<Content>(reading));
+  if (held == nullptr) return failures::cannotGet(offender);
+  return *held;
+}
+
+std::variant<std::vector<ObjectReference>, EventError> Resolver::elements(ObjectReference const& container, Code wanted,
+                                                                          Value const& offender) const {
+  if (!terms_.hasElements(container.type, wanted)) return failures::cannotGet(offender);
+  auto const* owner = served(container.type);
+  auto found = owner == nullptr ? std::nullopt : owner->elements(container, wanted);
+  if (!found) return failures::notSimulated(terms_.findClass(wanted)->name, offender);
+  return *std::move(found);
+}
+
+bool Resolver::hasText(ObjectReference const& object, Code property, Value const& selector,
+                       Considerations considerations) const {
+  auto const* wanted = selector.as<std::string>();
+  auto const* owner = served(object.type);
+  if (wanted == nullptr || owner == nullptr) return false;
+  auto const reading = owner->read(object, property);
+  auto const* content = std::get_if<Content>(&reading);
+  auto const* value = content == nullptr ? nullptr : std::get_if<Value>(content);
+  auto const* text = value == nullptr ? nullptr : value->as<std::string>();
+  if (text == nullptr) return false;
+  bool const ignoresCase = (considerations.bits & Considerations::kIgnoreCase) != 0;
+  return ignoresCase ? unicode::equalsIgnoringCase(*text, *wanted) : unicode::equals(*text, *wanted);
+}
+
+std::variant<Found, EventError> Resolver::property(Request const& request, ObjectReference const& container) const {
+  auto const* code = request.specifier.selector.as<TypeCode>();
+  auto const* found = code == nullptr ? nullptr : terms_.findProperty(container.type, code->code);
+  if (found == nullptr) return failures::cannotGet(request.value);
+  return Found{Found::Number::one, {PropertyReference{container, found}}};
+}
+
+std::variant<Found, EventError> Resolver::element(Request const& request, ObjectReference const& container) const {
+  Specifier const& specifier = request.specifier;
+  auto listed = elements(container, specifier.wanted, request.value);
+  if (auto* error = std::get_if<EventError>(&listed)) return *std::move(error);
+  auto const& all = std::get<std::vector<ObjectReference>>(listed);
+
+  switch (specifier.form) {
+    case KeyForm::every:
+      return Found{Found::Number::many, {all.begin(), all.end()}};
+    case KeyForm::index: {
+      auto const index = wholeNumber(specifier.selector);
+      if (!index) return failures::wrongType(request.value, "integer");
+      auto const place = placeOf(*index, all.size());
+      if (!place) return failures::invalidIndex(request.value);
+      return Found{Found::Number::one, {all[*place]}};
+    }
+    case KeyForm::range: {
+      auto const* bounds = specifier.selector.as<Record>();
+      if (bounds == nullptr) return failures::wrongType(request.value, "record");
+      auto const from = boundOf(field(*bounds, Code("star")), specifier.wanted);
+      auto const to = boundOf(field(*bounds, Code("stop")), specifier.wanted);
+      if (!from || !to) return failures::wrongType(request.value, "integer");
+      auto const first = placeOf(*from, all.size());
+      auto const last = placeOf(*to, all.size());
+      if (!first || !last) return failures::invalidIndex(request.value);
+      auto const [low, high] = std::minmax(*first, *last);
+      return Found{
+          Found::Number::many,
+          {all.begin() + static_cast<std::ptrdiff_t>(low), all.begin() + static_cast<std::ptrdiff_t>(high) + 1}};
+    }
+    case KeyForm::name:
+    case KeyForm::id: {
+      auto const property = specifier.form == KeyForm::name ? codes::kName : codes::kId;
+      auto const found = std::ranges::find_if(all, [&](auto const& each) {
+        // An id is exact whatever the script ignores.
+        return hasText(each, property, specifier.selector,
+                       specifier.form == KeyForm::name ? request.considerations : Considerations{0});
+      });
+      if (found == all.end()) return failures::cannotGet(request.value);
+      return Found{Found::Number::one, {*found}};
+    }
+    case KeyForm::relative:
+    case KeyForm::test:
+    case KeyForm::property:
+      break;
+  }
+  return failures::notSimulated("way to pick objects by '" + std::string(textOf(specifier.form)) + "'", request.value);
+}
+
+std::variant<Found, EventError> Resolver::resolve(Value const& value, Considerations considerations) const {
+  if (value.isNull()) return Found{Found::Number::one, {ObjectReference{codes::kApplication, {}, {}}}};
+  auto const* pointer = value.as<SpecifierPointer>();
+  if (pointer == nullptr) return failures::cannotGet(value);
+  Specifier const& specifier = **pointer;
+  Request const request{specifier, value, considerations};
+
+  auto containers = resolve(specifier.container, considerations);
+  if (auto* error = std::get_if<EventError>(&containers)) return *std::move(error);
+  auto const& outer = std::get<Found>(containers);
+
+  Found found{outer.number, {}};
+  for (auto const& item : outer.items) {
+    auto const container = object(item, specifier.container);
+    if (auto const* error = std::get_if<EventError>(&container)) return *error;
+    auto const& owner = std::get<ObjectReference>(container);
+    auto inner = specifier.form == KeyForm::property ? property(request, owner) : element(request, owner);
+    if (auto* error = std::get_if<EventError>(&inner)) return *std::move(error);
+    auto& more = std::get<Found>(inner);
+    if (more.number == Found::Number::many) found.number = Found::Number::many;
+    std::ranges::move(more.items, std::back_inserter(found.items));
+  }
+  return found;
+}
+
+}  // namespace morla::captureone
