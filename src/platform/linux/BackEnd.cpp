@@ -1,0 +1,142 @@
+#include "platform/BackEnd.h"
+
+#include <signal.h>
+
+#include <QApplication>
+#include <cstdlib>
+#include <utility>
+
+#include "platform/linux/scripting/BusScriptRunner.h"
+#include "platform/linux/scripting/InfoPlist.h"
+#include "platform/linux/system/DefaultsCommand.h"
+#include "platform/linux/system/DoCommand.h"
+#include "platform/linux/system/FileUserDefaults.h"
+#include "platform/linux/system/InstanceService.h"
+#include "platform/linux/system/LinuxOwnBundle.h"
+#include "platform/linux/system/StdFiles.h"
+#include "platform/linux/system/ThreadedBackgroundWork.h"
+#include "platform/linux/system/X11Workspace.h"
+#include "platform/linux/ui/LinuxUi.h"
+
+namespace morla::linux {
+namespace {
+
+/// What must be there before the roles can be made, in the order of making.
+struct Desktop {
+  std::unique_ptr<QApplication> application;
+  std::unique_ptr<LinuxUi> ui;
+  std::unique_ptr<BusConnection> bus;
+  std::unique_ptr<InstanceService> instance;
+  std::unique_ptr<XConnection> x;
+};
+
+class LinuxBackEnd final : public platform::BackEnd {
+ public:
+  explicit LinuxBackEnd(Desktop desktop)
+      : desktop_(std::move(desktop)),
+        workspace_(std::move(desktop_.x), *desktop_.bus, desktop_.ui->mainLoop(), &readBundle) {
+    desktop_.instance->setHandler(
+        [this](std::string_view action) { return desktop_.ui->application().handleActionRequest(action); });
+  }
+
+  [[nodiscard]] platform::Platform platform() override {
+    auto& ui = *desktop_.ui;
+    return {
+        .mainLoop = ui.mainLoop(),
+        .background = background_,
+        .scripts = scripts_,
+        .files = files_,
+        .ownBundle = ownBundle_,
+        .application = ui.application(),
+        .workspace = workspace_,
+        .panels = ui.panels(),
+        .statusBar = ui.statusBar(),
+        .menus = ui.menus(),
+        .eventMonitors = ui.eventMonitors(),
+        .pointer = ui.pointer(),
+        .defaults = defaults_,
+    };
+  }
+
+ private:
+  Desktop desktop_;
+  X11Workspace workspace_;  // first of the roles: it asks the bus who runs, and is answered while the others are made
+  FileUserDefaults defaults_;
+  StdFiles files_;
+  LinuxOwnBundle ownBundle_;
+  ScriptingServices scripting_{Bundles::installed(), privacy::PermissionStore::ofUser(), kOwnIdentifier, nullptr};
+  BusScriptRunner scripts_{scripting_};
+  ThreadedBackgroundWork background_;
+};
+
+/// Whoever reads our lines may end before we do, which must not end us. With a handler, which a started program does
+/// not inherit as it would the ignoring.
+void outliveReaders() {
+  struct sigaction action{};
+  action.sa_handler = [](int) {};
+  action.sa_flags = SA_RESTART;
+  (void)sigaction(SIGPIPE, &action, nullptr);
+}
+
+platform::BackEndOrFailure failed(std::string why) {
+  return {nullptr, std::move(why)};
+}
+
+std::string noDisplay() {
+  char const* const name = std::getenv("DISPLAY");
+  if (name == nullptr || *name == '\0') return "there is no X display (DISPLAY is not set)";
+  return "the X display " + std::string(name) + " cannot be opened";
+}
+
+}  // namespace
+}  // namespace morla::linux
+
+namespace morla::platform {
+
+std::optional<int> runBackEndCommand(std::vector<std::string> const& arguments) {
+  if (arguments.empty()) return std::nullopt;
+  std::vector<std::string> const rest(arguments.begin() + 1, arguments.end());
+  if (arguments[0] == "defaults") return linux::defaultsCommand(rest);
+  if (arguments[0] == "do") return linux::doCommand(rest);
+  return std::nullopt;
+}
+
+std::string backEndCommandHelp() {
+  return '\n' + linux::defaultsCommandHelp() + linux::doCommandHelp();
+}
+
+BackEndOrFailure openBackEnd(int& argc, char** argv) {
+  using namespace linux;
+  outliveReaders();
+  // Both are asked for before the toolkit, which takes most of the time to the first picture, and which ends the
+  // program itself where there is no display.
+  if (!XConnection::canOpen()) return failed(noDisplay());
+  auto opened = openSessionBus();
+  if (!opened.bus) return failed(opened.failure + ", and MORLA needs one");
+
+  Desktop desktop;
+  // Where both are to be had, the toolkit would prefer Wayland, on which no panel stays where it is put.
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
+  desktop.application = std::make_unique<QApplication>(argc, argv);
+  QApplication::setApplicationName(kOwnName);
+  std::string failure;
+  desktop.ui = LinuxUi::open(failure);
+  if (!desktop.ui) return failed(failure);
+
+  auto& loop = desktop.ui->mainLoop();
+  desktop.bus = std::make_unique<BusConnection>(std::move(opened.bus), loop);
+  desktop.instance = std::make_unique<InstanceService>(*desktop.bus, loop);
+  switch (desktop.instance->claim()) {
+    case InstanceService::Claim::owned:
+      break;
+    case InstanceService::Claim::alreadyRunning:
+      return failed("MORLA is already running on this desktop");
+    case InstanceService::Claim::failed:
+      return failed("the session bus does not answer, and MORLA needs it");
+  }
+  desktop.x = XConnection::open(loop);
+  if (!desktop.x) return failed(noDisplay());
+  return {std::make_unique<LinuxBackEnd>(std::move(desktop)), {}};
+}
+
+}  // namespace morla::platform
