@@ -1,0 +1,97 @@
+"""A home folder of its own: the XDG folders, the simulated Capture One installed in it, the permissions given."""
+
+import json
+import os
+import shutil
+
+from . import french
+
+REPOSITORY = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+PACKAGING = os.path.join(REPOSITORY, "packaging", "linux", "capture-one")
+DICTIONARY = os.path.join(REPOSITORY, "src", "captureone", "dictionary.tsv")
+MORLA = "app.morla.MORLA"
+CAPTURE_ONE = "com.captureone.captureone16"
+
+# What a person's own session says of itself must not reach the programs of another one.
+FOREIGN_VARIABLES = {
+    "AT_SPI_BUS_ADDRESS", "DESKTOP_SESSION", "DBUS_STARTER_ADDRESS", "DBUS_STARTER_BUS_TYPE", "GTK_MODULES",
+    "LANGUAGE", "LOCPATH", "NO_AT_BRIDGE", "SESSION_MANAGER", "SHLVL", "WAYLAND_DISPLAY",
+    "WINDOWID", "WINDOWMANAGER", "XMODIFIERS"}
+FOREIGN_PREFIXES = ("GDK_", "GNOME_", "GTK_", "KDE_", "LC_", "QT_", "XDG_", "XFCE_")
+
+
+def make_folders(base):
+    """The folders below `base`, as the variables that name them."""
+    home = os.path.join(base, "home")
+    folders = {
+        "HOME": home,
+        "XDG_CONFIG_HOME": os.path.join(home, ".config"),
+        "XDG_DATA_HOME": os.path.join(home, ".local", "share"),
+        "XDG_STATE_HOME": os.path.join(home, ".local", "state"),
+        "XDG_CACHE_HOME": os.path.join(home, ".cache"),
+        "XDG_RUNTIME_DIR": os.path.join(base, "run"),
+        "TMPDIR": os.path.join(base, "tmp"),
+    }
+    for folder in folders.values():
+        os.makedirs(folder, mode=0o700)
+    return folders
+
+
+def environment(base, programs):
+    """The environment of everything on the desktop but DISPLAY and the bus; `programs` comes first in PATH."""
+    result = {name: value for name, value in os.environ.items()
+              if name not in FOREIGN_VARIABLES and not name.startswith(FOREIGN_PREFIXES)}
+    result.update(make_folders(base))
+    result.update({
+        "PATH": programs + os.pathsep + os.environ.get("PATH", "/usr/local/bin:/usr/bin:/bin"),
+        "MORLA_BIN": programs,
+        "XAUTHORITY": os.path.join(base, "Xauthority"),
+        "XDG_CONFIG_DIRS": "/etc/xdg",
+        "XDG_DATA_DIRS": "/usr/local/share:/usr/share",
+        "XDG_SESSION_TYPE": "x11",
+        "QT_QPA_PLATFORM": "xcb",
+        "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+        "GSETTINGS_BACKEND": "memory",
+    })
+    result.update(french.variables(os.path.join(REPOSITORY, "build", "locale"), base))
+    return result
+
+
+def _quoted(path):
+    """For between double quotes, in the files of D-Bus and of desktops alike."""
+    for special in '\\"`$':
+        path = path.replace(special, "\\" + special)
+    return path
+
+
+def install_capture_one(applications, data_home, program):
+    """Makes the program an installed application: its bundle in the folder `applications`, its service (so that a
+    message starts it) and its .desktop file below `data_home`."""
+    contents = os.path.join(applications, "Capture One.app", "Contents")
+    os.makedirs(os.path.join(contents, "Resources"), exist_ok=True)
+    shutil.copy(os.path.join(PACKAGING, "Info.plist"), contents)
+    shutil.copy(DICTIONARY, os.path.join(contents, "Resources"))
+    for folder, suffix in (("applications", ".desktop"), ("dbus-1/services", ".service")):
+        os.makedirs(os.path.join(data_home, folder), exist_ok=True)
+        with open(os.path.join(PACKAGING, CAPTURE_ONE + suffix + ".in"), encoding="utf-8") as template:
+            text = template.read().replace("@CAPTUREONE_SIM@", _quoted(program))
+        with open(os.path.join(data_home, folder, CAPTURE_ONE + suffix), "w", encoding="utf-8") as file:
+            file.write(text)
+
+
+def allow(data_home):
+    """Gives MORLA every permission about which nothing is stored yet."""
+    path = os.path.join(data_home, "privacy", "permissions.json")
+    try:
+        with open(path, encoding="utf-8") as file:
+            store = json.load(file)
+    except FileNotFoundError:
+        store = {}
+    store.setdefault("automation", {}).setdefault(MORLA, {}).setdefault(CAPTURE_ONE, "allow")
+    for permission in ("screenRecording", "accessibility"):
+        store.setdefault(permission, {}).setdefault(MORLA, "allow")
+    os.makedirs(os.path.dirname(path), mode=0o700, exist_ok=True)
+    with open(path + ".new", "w", encoding="utf-8") as file:
+        json.dump(store, file, indent=2)
+        file.write("\n")
+    os.replace(path + ".new", path)
