@@ -107,12 +107,12 @@ QImage renderNode(view::Node const& node, Size size, double scale) {
 
 std::vector<PixelRect> opaquePixels(QImage const& image, int minimumAlpha) {
   std::vector<PixelRect> runs;
-  QImage const alphas = image.convertToFormat(QImage::Format_Alpha8);
-  for (int y = 0; y < alphas.height(); ++y) {
-    auto const* row = alphas.constScanLine(y);
+  // Read in place: a conversion to alpha alone would start Qt's pool of threads for a picture of 40 x 40 points.
+  for (int y = 0; y < image.height(); ++y) {
+    auto const* row = static_cast<QRgb const*>(static_cast<void const*>(image.constScanLine(y)));
     int start = -1;
-    for (int x = 0; x <= alphas.width(); ++x) {
-      bool const isIn = x < alphas.width() && row[x] >= minimumAlpha;
+    for (int x = 0; x <= image.width(); ++x) {
+      bool const isIn = x < image.width() && qAlpha(row[x]) >= minimumAlpha;
       if (isIn && start < 0) start = x;
       if (!isIn && start >= 0) {
         runs.push_back({start, y, x - start, 1});

@@ -20,7 +20,8 @@ void paintDrawing(QPainter& painter, view::Drawing const& drawing, QRectF const&
 
 [[nodiscard]] QImage renderNode(view::Node const& node, Size size, double scale);
 
-/// The pixels whose alpha (0 to 255) is at least `minimumAlpha`, as rows from top to bottom and left to right.
+/// The pixels of an image of format ARGB32, premultiplied or not, whose alpha (0 to 255) is at least `minimumAlpha`, as
+/// rows from top to bottom and left to right.
 [[nodiscard]] std::vector<PixelRect> opaquePixels(QImage const& image, int minimumAlpha);
 
 }  // namespace morla::linux
