@@ -164,6 +164,16 @@ TYPED_TEST_P(MainLoopContract, RepeatsUntilTheSubscriptionEndsEvenFromInside) {
   EXPECT_EQ(runs, 5);
 }
 
+TYPED_TEST_P(MainLoopContract, LetsACallbackReplaceItsOwnSubscription) {
+  int runs = 0;
+  Subscription next;
+  std::function<void()> again = [&] {
+    if (++runs < 3) next = this->loop().after(std::chrono::milliseconds(1), again);
+  };
+  next = this->loop().after(std::chrono::milliseconds(1), again);
+  EXPECT_TRUE(this->runUntil([&] { return runs == 3; }));
+}
+
 TYPED_TEST_P(MainLoopContract, RepeatsAtItsIntervalWithoutDrifting) {
   auto const start = this->loop().now();
   std::vector<TimePoint> ranAt;
@@ -220,7 +230,8 @@ REGISTER_TYPED_TEST_SUITE_P(MainLoopContract, RunsWhatWasPostedInOrder, RunsNoth
                             RunsDelayedCallbacksByTheirTimes, RunsADelayedCallbackOnce,
                             DoesNotRunADelayedCallbackWhoseSubscriptionEnded,
                             DestroysTheCallbackWhenItsSubscriptionEnds, RepeatsUntilTheSubscriptionEndsEvenFromInside,
-                            RepeatsAtItsIntervalWithoutDrifting, DoesNotMakeUpForMissedTurns, GoesForwardInTime,
-                            DestroysUnrunWhatIsPostedAfterTheLoopEnded, DestroysUnrunWhatWaitsWhenTheLoopEnds);
+                            LetsACallbackReplaceItsOwnSubscription, RepeatsAtItsIntervalWithoutDrifting,
+                            DoesNotMakeUpForMissedTurns, GoesForwardInTime, DestroysUnrunWhatIsPostedAfterTheLoopEnded,
+                            DestroysUnrunWhatWaitsWhenTheLoopEnds);
 
 }  // namespace morla

@@ -137,7 +137,11 @@ class QtMainLoop::Receiver : public QObject {
   }
 
   void disarm(Timer& timer) {
-    if (timers_.erase(timer.id) > 0) killTimer(timer.id);
+    auto const found = timers_.find(timer.id);
+    // Qt gives the number of a timer that has ended to the next one.
+    if (found == timers_.end() || found->second.get() != &timer) return;
+    timers_.erase(found);
+    killTimer(timer.id);
   }
 
   QtMainLoop const& loop_;
