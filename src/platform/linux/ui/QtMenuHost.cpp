@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <chrono>
 #include <string>
 #include <utility>
 
@@ -11,6 +12,10 @@
 
 namespace morla::linux {
 namespace {
+
+/// A click's way through a window manager takes milliseconds; a person would not wait longer for a menu.
+constexpr Duration kPointerPatience = std::chrono::milliseconds(300);
+constexpr Duration kPointerRetry = std::chrono::milliseconds(10);
 
 /// What follows a tab stands at the right; an ampersand would underline a letter.
 QString textOf(platform::MenuItem const& item) {
@@ -28,15 +33,29 @@ QtMenuHost::~QtMenuHost() = default;
 
 void QtMenuHost::popUp(platform::Menu const& menu, BottomLeftPoint at) {
   assertIsMainThread();
-  if (open_ != nullptr) {
-    open_->close();
-    // It may be in the middle of an event of its own.
-    open_.release()->deleteLater();
-  }
-  if (!client_.canGrabPointer()) {
+  closeOpen();
+  showWhenPointerIsFree(menu, at, loop_.now() + kPointerPatience);
+}
+
+void QtMenuHost::closeOpen() {
+  nextTry_.end();
+  if (open_ == nullptr) return;
+  open_->close();
+  // It may be in the middle of an event of its own.
+  open_.release()->deleteLater();
+}
+
+void QtMenuHost::showWhenPointerIsFree(platform::Menu const& menu, BottomLeftPoint at, TimePoint deadline) {
+  if (client_.canGrabPointer()) {
+    show(menu, at);
+  } else if (loop_.now() < deadline) {
+    nextTry_ = loop_.after(kPointerRetry, [this, menu, at, deadline] { showWhenPointerIsFree(menu, at, deadline); });
+  } else {
     log("Menu", "Not shown: another program has the pointer to itself");
-    return;
   }
+}
+
+void QtMenuHost::show(platform::Menu const& menu, BottomLeftPoint at) {
   open_ = std::make_unique<QMenu>();
   bool const isBlended = compositor_.isRunning();
   auto* const style = new MenuStyle(isBlended ? Corners::round : Corners::square);
