@@ -97,6 +97,9 @@ ControlClient::Reply ControlClient::call(MessagePointer message) {
   sd_bus_message* raw = nullptr;
   int const result = sd_bus_call(bus_.get(), message.get(), 0, error.out(), &raw);
   if (result >= 0) return {{}, MessagePointer(raw)};
+  // Nobody was there when the bus looked; who has come since has refused nothing.
+  if (error.is(SD_BUS_ERROR_SERVICE_UNKNOWN) || error.is(SD_BUS_ERROR_NAME_HAS_NO_OWNER))
+    return {notRunning(), nullptr};
   // Whatever else went wrong, the first thing to know is whether anybody is there.
   if (error.is(kRefused) || isRunning()) return {{Result::refused, error.message()}, nullptr};
   return {notRunning(), nullptr};
