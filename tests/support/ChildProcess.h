@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/system/FileDescriptor.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace morla::support {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/linux/system/FileDescriptor.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace morla::support {
 

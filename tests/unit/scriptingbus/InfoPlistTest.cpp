@@ -1,6 +1,9 @@
 #include "platform/linux/scripting/InfoPlist.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
 
 #include "support/TemporaryFolder.h"
 
@@ -46,6 +49,13 @@ TEST(InfoPlist, KeepsEmptyText) {
   auto const bundle = readBundle(folder.path());
   ASSERT_TRUE(bundle);
   EXPECT_EQ(bundle->name, "");
+}
+
+TEST(InfoPlist, APipeIsNoBundleAndHoldsNobodyUp) {
+  TemporaryFolder const folder;
+  std::filesystem::create_directory(folder / "Contents");
+  ASSERT_EQ(mkfifo((folder / "Contents/Info.plist").c_str(), 0600), 0);
+  EXPECT_FALSE(readBundle(folder.path()));
 }
 
 TEST(InfoPlist, GivesNothingForWhatIsNoBundle) {

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string_view>
 #include <utility>
 
 #include "base/unicode/Unicode.h"
+#include "platform/linux/RegularFile.h"
 #include "platform/linux/scripting/InfoPlist.h"
 
 namespace morla::linux {
@@ -72,9 +71,7 @@ std::optional<InstalledBundle> Bundles::identifiedBy(std::string const& identifi
 }
 
 std::optional<std::string> Bundles::dictionaryOf(InstalledBundle const& bundle) {
-  std::ifstream file(bundle.path + "/Contents/Resources/dictionary.tsv", std::ios::binary);
-  if (!file) return std::nullopt;
-  return std::string{std::istreambuf_iterator<char>(file), {}};
+  return readRegularFile(bundle.path + "/Contents/Resources/dictionary.tsv").text;
 }
 
 }  // namespace morla::linux

@@ -3,6 +3,8 @@
 #include <cstring>
 #include <pugixml.hpp>
 
+#include "platform/linux/RegularFile.h"
+
 namespace morla::linux {
 
 /// The value of `key`, when it is text.
@@ -21,7 +23,8 @@ static std::optional<std::string> textOf(pugi::xml_node dictionary, char const* 
 std::optional<platform::BundleInformation> readBundle(std::string const& bundlePath) {
   pugi::xml_document document;
   auto const options = pugi::parse_default | pugi::parse_ws_pcdata_single;
-  if (!document.load_file((bundlePath + "/Contents/Info.plist").c_str(), options)) return std::nullopt;
+  auto const file = readRegularFile(bundlePath + "/Contents/Info.plist");
+  if (!file.text || !document.load_buffer(file.text->data(), file.text->size(), options)) return std::nullopt;
   auto const dictionary = document.child("plist").child("dict");
   if (!dictionary) return std::nullopt;
   return platform::BundleInformation{textOf(dictionary, "CFBundleIdentifier"), textOf(dictionary, "CFBundleName"),

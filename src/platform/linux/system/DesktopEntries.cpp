@@ -6,9 +6,9 @@
 #include <cctype>
 #include <ctime>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <system_error>
+
+#include "platform/linux/RegularFile.h"
 
 namespace morla::linux {
 namespace {
@@ -17,12 +17,7 @@ namespace {
 constexpr std::size_t kFileSizeLimit = 1 << 20;
 
 std::string textOf(std::string const& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::string text;
-  for (std::istreambuf_iterator<char> byte(file), end; byte != end && text.size() < kFileSizeLimit; ++byte) {
-    text += *byte;
-  }
-  return text;
+  return readRegularFile(path, kFileSizeLimit).text.value_or("");
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "platform/linux/system/ExecLine.h"
 #include "support/TemporaryFolder.h"
@@ -31,6 +32,26 @@ class DesktopEntriesTest : public testing::Test {
     return entry == nullptr ? "none" : entry->identifier;
   }
 };
+
+TEST_F(DesktopEntriesTest, APipeIsNoEntryAndHoldsNobodyUp) {
+  own_.write("applications/real.desktop", entryText("Name=Real\nStartupWMClass=real\nExec=real\n"));
+  for (auto const* name : {"applications/pipe.desktop", "applications/mimeapps.list"}) {
+    ASSERT_EQ(mkfifo((own_ / name).c_str(), 0600), 0);
+  }
+  ASSERT_EQ(mkfifo((config_ / "mimeapps.list").c_str(), 0600), 0);
+  EXPECT_EQ(identifierFor("real"), "real");
+  EXPECT_EQ(identifierFor("pipe"), "none");
+  EXPECT_EQ(handlerOf("mailto"), "none");
+}
+
+TEST_F(DesktopEntriesTest, AnApplicationIsFoundByItsIdentifier) {
+  own_.write("applications/com.example.a.desktop", entryText("Name=A\n"));
+  own_.write("applications/com.example.hidden.desktop", entryText("Name=B\nHidden=true\n"));
+  ASSERT_NE(entries_.withIdentifier("com.example.a"), nullptr);
+  EXPECT_EQ(entries_.withIdentifier("com.example.a")->name, "A");
+  EXPECT_EQ(entries_.withIdentifier("com.example.hidden"), nullptr);
+  EXPECT_EQ(entries_.withIdentifier("com.example.none"), nullptr);
+}
 
 TEST(DesktopEntry, TakesTheFrenchNameWhereThereIsOne) {
   auto const both = parseDesktopEntry(entryText("Name=Files\nName[fr]=Fichiers\nName[de]=Dateien\n"));
