@@ -3,6 +3,7 @@
 #include <signal.h>
 
 #include <QApplication>
+#include <chrono>
 #include <cstdlib>
 #include <utility>
 
@@ -21,6 +22,9 @@
 namespace morla::linux {
 namespace {
 
+/// How long the end of the program may be held up by another program that has the settings locked.
+constexpr std::chrono::seconds kPatienceAtTheEnd{1};
+
 /// What must be there before the roles can be made, in the order of making.
 struct Desktop {
   std::unique_ptr<QApplication> application;
@@ -37,6 +41,8 @@ class LinuxBackEnd final : public platform::BackEnd {
         workspace_(std::move(desktop_.x), *desktop_.bus, desktop_.ui->mainLoop(), &readBundle) {
     desktop_.instance->setHandler(
         [this](std::string_view action) { return desktop_.ui->application().handleActionRequest(action); });
+    QObject::connect(desktop_.application.get(), &QApplication::aboutToQuit, desktop_.application.get(),
+                     [this] { defaults_.finish(kPatienceAtTheEnd); });
   }
 
   [[nodiscard]] platform::Platform platform() override {
@@ -61,7 +67,7 @@ class LinuxBackEnd final : public platform::BackEnd {
  private:
   Desktop desktop_;
   X11Workspace workspace_;  // first of the roles: it asks the bus who runs, and is answered while the others are made
-  FileUserDefaults defaults_;
+  FileUserDefaults defaults_{desktop_.ui->mainLoop()};
   StdFiles files_;
   LinuxOwnBundle ownBundle_;
   ScriptingServices scripting_{Bundles::installed(), privacy::PermissionStore::ofUser(), kOwnIdentifier, nullptr};

@@ -1,6 +1,7 @@
 #include "platform/linux/system/DefaultsCommand.h"
 
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -19,6 +20,9 @@ using platform::DefaultsValue;
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kUsage = 2;
+
+/// How long another writer is waited for: it needs less than a millisecond, unless it has been stopped.
+constexpr std::chrono::seconds kPatience{3};
 
 int complain(int status, std::string const& message) {
   std::fprintf(stderr, "morla defaults: %s\n", message.c_str());
@@ -128,8 +132,9 @@ int readOne(DefaultsFile const& file, std::string const& key) {
 }
 
 int change(DefaultsFile const& file, std::string const& key, std::optional<DefaultsValue> value) {
-  auto const problem = file.change({{key, std::move(value)}});
-  return problem ? complain(kFailed, *problem) : kDone;
+  auto const change = file.change({{key, std::move(value)}}, kPatience);
+  if (change.outcome == DefaultsFile::Outcome::written) return kDone;
+  return complain(kFailed, change.problem + "; nothing was changed");
 }
 
 }  // namespace

@@ -11,9 +11,11 @@
 #include <cstring>
 #include <ctime>
 #include <filesystem>
+#include <thread>
 
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/RegularFile.h"
 #include "platform/linux/system/DefaultsJson.h"
-#include "platform/linux/system/FileDescriptor.h"
 #include "platform/linux/system/XdgFolders.h"
 
 namespace morla::linux {
@@ -23,27 +25,20 @@ std::string because(std::string const& what, int error) {
   return what + ": " + std::strerror(error);
 }
 
-struct FileText {
-  std::optional<std::string> text;  ///< none: there is no file, or `error` is not 0
-  int error = 0;
-};
+/// The same whether it is found out by a read or by a write, so that it is told once.
+std::string unreadable(std::string const& path, FileText const& file) {
+  return path + " cannot be read and is left alone: " + file.problem;
+}
 
-FileText textOf(std::string const& path) {
-  FileDescriptor const file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!file) return errno == ENOENT ? FileText{} : FileText{std::nullopt, errno};
-  std::string text;
-  std::array<char, 4096> buffer;
-  for (;;) {
-    auto const count = ::read(file.get(), buffer.data(), buffer.size());
-    if (count == 0) return {std::move(text), 0};
-    if (count < 0 && errno != EINTR) return {std::nullopt, errno};
-    if (count > 0) text.append(buffer.data(), static_cast<std::size_t>(count));
-  }
+DefaultsFile::Change failed(std::string problem) {
+  return {DefaultsFile::Outcome::failed, std::move(problem)};
 }
 
 /// 0, or the error.
 int writeWhole(std::string const& path, std::string_view text) {
-  FileDescriptor const file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+  // What stands there was left by a writer that was killed, or is nobody's: a pipe or a link is never written to.
+  if (unlink(path.c_str()) != 0 && errno != ENOENT) return errno;
+  FileDescriptor const file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
   if (!file) return errno;
   while (!text.empty()) {
     auto const count = ::write(file.get(), text.data(), text.size());
@@ -92,10 +87,17 @@ void apply(nlohmann::json& object, DefaultsFile::Changes const& changes) {
   }
 }
 
-/// Held until the descriptor is closed, also by the end of the process.
-int lock(FileDescriptor const& file) {
-  while (flock(file.get(), LOCK_EX) != 0) {
-    if (errno != EINTR) return errno;
+/// Between two attempts: a writer holds the lock for less than that.
+constexpr std::chrono::milliseconds kLockInterval{5};
+
+/// 0, or the error: EWOULDBLOCK when another process holds it all the while. Held until the descriptor is closed, also
+/// by the end of the process.
+int lock(FileDescriptor const& file, std::chrono::milliseconds patience) {
+  auto const end = std::chrono::steady_clock::now() + patience;
+  while (flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno == EINTR) continue;
+    if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() >= end) return errno;
+    std::this_thread::sleep_for(kLockInterval);
   }
   return 0;
 }
@@ -107,8 +109,8 @@ std::string DefaultsFile::usualPath() {
 }
 
 DefaultsFile::Read DefaultsFile::read() const {
-  auto const file = textOf(path_);
-  if (file.error != 0) return {{}, because(path_ + " cannot be read", file.error)};
+  auto const file = readRegularFile(path_);
+  if (!file.problem.empty()) return {{}, unreadable(path_, file)};
   if (!file.text) return {};
   auto const parsed = parseDefaults(*file.text);
   Read result;
@@ -122,22 +124,30 @@ DefaultsFile::Read DefaultsFile::read() const {
   return result;
 }
 
-std::optional<std::string> DefaultsFile::change(Changes const& changes, Values const& fallback) const {
+DefaultsFile::Change DefaultsFile::change(Changes const& changes, std::chrono::milliseconds patience,
+                                          Values const& fallback) const {
   std::error_code failure;
   std::filesystem::create_directories(std::filesystem::path(path_).parent_path(), failure);
-  if (failure) return path_ + " cannot be written: " + failure.message();
+  if (failure) return failed(path_ + " cannot be written: " + failure.message());
 
   std::string const lockPath = path_ + ".lock";
-  FileDescriptor const lockFile(open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-  if (!lockFile) return because(lockPath + " cannot be opened", errno);
-  if (int const error = lock(lockFile); error != 0) return because(lockPath + " cannot be locked", error);
+  FileDescriptor const lockFile(open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600));
+  if (!lockFile) return failed(because(lockPath + " cannot be opened", errno));
+  int const error = lock(lockFile, patience);
+  if (error == EWOULDBLOCK) return {Outcome::busy, lockPath + " is held by another program"};
+  if (error != 0) return failed(because(lockPath + " cannot be locked", error));
+  return changeUnderLock(changes, fallback);
+}
 
+DefaultsFile::Change DefaultsFile::changeUnderLock(Changes const& changes, Values const& fallback) const {
   std::string const target = linkTarget(path_);
-  auto const before = textOf(target);
-  if (before.error != 0) return because(path_ + " cannot be read and is left alone", before.error);
+  auto const before = readRegularFile(target);
+  if (!before.problem.empty()) return failed(unreadable(path_, before));
   auto parsed = before.text ? parseDefaults(*before.text) : ParsedDefaults();
   if (!parsed.damage.empty()) {
-    if (int const error = keepDamaged(target); error != 0) return because(path_ + " is damaged; no copy of it", error);
+    if (int const error = keepDamaged(target); error != 0) {
+      return failed(because(path_ + " is damaged; no copy of it", error));
+    }
     for (auto const& [key, value] : fallback) {
       auto const known = jsonValue(value);
       if (known && !parsed.object.contains(key)) parsed.object[key] = *known;
@@ -145,13 +155,13 @@ std::optional<std::string> DefaultsFile::change(Changes const& changes, Values c
   }
   apply(parsed.object, changes);
 
-  // Under the lock nobody else writes it; what a killed writer left is overwritten by the next.
+  // Under the lock nobody else writes it.
   std::string const temporary = target + ".new";
   int error = writeWhole(temporary, writtenDefaults(parsed.object));
   if (error == 0 && std::rename(temporary.c_str(), target.c_str()) != 0) error = errno;
-  if (error == 0) return std::nullopt;
+  if (error == 0) return {};
   (void)unlink(temporary.c_str());
-  return because(path_ + " cannot be written", error);
+  return failed(because(path_ + " cannot be written", error));
 }
 
 }  // namespace morla::linux

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
@@ -35,11 +36,25 @@ class DefaultsFile {
   [[nodiscard]] std::string const& path() const { return path_; }
   [[nodiscard]] Read read() const;
 
-  /// Nothing on success, else why it failed, in one line; the file is then as it was. `fallback` has the values that a
+  enum class Outcome {
+    written,
+    busy,  ///< another process holds the lock
+    failed,
+  };
+  struct Change {
+    Outcome outcome = Outcome::written;
+    std::string problem;  ///< one line on why it was not written; the file is then as it was
+    friend bool operator==(Change const&, Change const&) = default;
+  };
+
+  /// Waits for the lock at most for `patience`; zero takes it at once or not at all. `fallback` has the values that a
   /// damaged file no longer holds but that the caller still knows.
-  [[nodiscard]] std::optional<std::string> change(Changes const& changes, Values const& fallback = {}) const;
+  [[nodiscard]] Change change(Changes const& changes, std::chrono::milliseconds patience,
+                              Values const& fallback = {}) const;
 
  private:
+  [[nodiscard]] Change changeUnderLock(Changes const& changes, Values const& fallback) const;
+
   std::string path_;
 };
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "DiagnosticLines.h"
+#include "platform/fake/FakeMainLoop.h"
 #include "platform/linux/system/FileUserDefaults.h"
 #include "support/TemporaryFolder.h"
 
@@ -53,10 +54,11 @@ std::vector<DamageRow> const& damageRows() {
 
 TEST(DamagedDefaults, EveryKeyBeforeTheDamageIsReadAndOneLineTellsOfIt) {
   for (auto const& row : damageRows()) {
+    fake::FakeMainLoop loop;
     TemporaryFolder const folder;
     folder.write("defaults.json", row.text);
     DiagnosticLines lines;
-    FileUserDefaults const defaults(folder / "defaults.json");
+    FileUserDefaults const defaults(loop, folder / "defaults.json");
     for (auto const* key : {"a", "b", "c"}) {
       auto const expected = row.kept.find(key);
       EXPECT_EQ(defaults.integer(key),
@@ -70,13 +72,14 @@ TEST(DamagedDefaults, EveryKeyBeforeTheDamageIsReadAndOneLineTellsOfIt) {
 
 TEST(DamagedDefaults, TheFirstWriteKeepsTheDamagedFileAsideAndEveryKeyThatCouldBeRead) {
   for (auto const& row : damageRows()) {
+    fake::FakeMainLoop loop;
     TemporaryFolder const folder;
     folder.write("defaults.json", row.text);
-    FileUserDefaults defaults(folder / "defaults.json");
+    FileUserDefaults defaults(loop, folder / "defaults.json");
     defaults.set("new", true);
     defaults.set("new", false);
     DiagnosticLines lines;
-    FileUserDefaults const again(folder / "defaults.json");
+    FileUserDefaults const again(loop, folder / "defaults.json");
     EXPECT_THAT(lines.get(), IsEmpty()) << row.label << ": the file is whole again";
     EXPECT_EQ(again.boolean("new"), false) << row.label;
     for (auto const& [key, value] : row.kept) EXPECT_EQ(again.integer(key), value) << row.label << ": " << key;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "CapturedOutput.h"
+#include "platform/fake/FakeMainLoop.h"
 #include "platform/linux/system/FileUserDefaults.h"
 #include "support/EnvironmentVariable.h"
 #include "support/TemporaryFolder.h"
@@ -56,7 +57,8 @@ TEST_F(DefaultsCommandTest, ListsTheKeysInOrder) {
 TEST_F(DefaultsCommandTest, AValueStaysOneLine) {
   run({"write", "key", "text", "one\ntwo\\n\ttab\x01"});
   EXPECT_EQ(run({"read"}).output, "key text one\\ntwo\\\\n\\ttab\\u0001\n");
-  EXPECT_EQ(FileUserDefaults().text("key"), "one\ntwo\\n\ttab\x01");
+  fake::FakeMainLoop loop;
+  EXPECT_EQ(FileUserDefaults(loop).text("key"), "one\ntwo\\n\ttab\x01");
 }
 
 TEST_F(DefaultsCommandTest, AnAbsentKeyIsAFailure) {
@@ -105,7 +107,8 @@ TEST_F(DefaultsCommandTest, WrongUseIsExplained) {
 }
 
 TEST_F(DefaultsCommandTest, ARunningProgramAndTheCommandLoseNothingOfEachOther) {
-  FileUserDefaults running;
+  fake::FakeMainLoop loop;
+  FileUserDefaults running(loop);
   running.set("a", std::int64_t{1});
   run({"write", "b", "integer", "2"});
   running.set("c", std::int64_t{3});

@@ -4,12 +4,14 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <optional>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "platform/fake/FakeMainLoop.h"
 #include "platform/linux/system/DefaultsFile.h"
 #include "platform/linux/system/FileUserDefaults.h"
 #include "support/TemporaryFolder.h"
@@ -18,6 +20,9 @@ namespace morla::linux {
 namespace {
 
 using support::TemporaryFolder;
+
+/// No process holds the lock for longer than a write takes.
+constexpr std::chrono::minutes kPatience{1};
 
 /// A child process that writes n = 1, 2, 3, ... and tells of each one that is written.
 class WritingChild {
@@ -30,7 +35,8 @@ class WritingChild {
       for (std::int64_t n = from;; ++n) {
         // Long, so that half a file could not be taken for a whole one.
         std::string const text(static_cast<std::size_t>(2000 + n % 7), static_cast<char>('a' + n % 26));
-        if (DefaultsFile(path).change({{"n", n}, {"text", text}}) || write(ends[1], "x", 1) != 1) _exit(1);
+        auto const change = DefaultsFile(path).change({{"n", n}, {"text", text}}, kPatience);
+        if (change != DefaultsFile::Change{} || write(ends[1], "x", 1) != 1) _exit(1);
       }
     }
     close(ends[1]);
@@ -66,8 +72,8 @@ TEST(DefaultsOfSeveralProcesses, AKillAtAnyMomentLeavesTheOldOrTheNewValue) {
   std::mt19937 random(20240917);
   std::int64_t n = 0;
   DefaultsFile const file(path);
-  ASSERT_EQ(file.change({{"other", std::string("kept")}}), std::nullopt);
-  for (int round = 0; round < 100; ++round) {
+  ASSERT_EQ(file.change({{"other", std::string("kept")}}, kPatience), DefaultsFile::Change{});
+  for (int round = 0; round < 500; ++round) {
     WritingChild const child(path, n + 1);
     int const writes = std::uniform_int_distribution(1, 5)(random);
     child.waitForWrites(writes);
@@ -92,8 +98,10 @@ TEST(DefaultsOfSeveralProcesses, TwoProcessesThatWriteDifferentKeysLoseNothing) 
   for (std::string const name : {"left", "right"}) {
     pid_t const child = fork();
     if (child == 0) {
-      FileUserDefaults defaults(path);
+      fake::FakeMainLoop loop;
+      FileUserDefaults defaults(loop, path);
       for (int i = 0; i < kKeys; ++i) defaults.set(name + std::to_string(i), std::int64_t{i});
+      defaults.finish(kPatience);
       _exit(0);
     }
     children.push_back(child);
@@ -103,7 +111,8 @@ TEST(DefaultsOfSeveralProcesses, TwoProcessesThatWriteDifferentKeysLoseNothing) 
     waitpid(child, &status, 0);
     EXPECT_EQ(status, 0);
   }
-  FileUserDefaults const defaults(path);
+  fake::FakeMainLoop loop;
+  FileUserDefaults const defaults(loop, path);
   for (int i = 0; i < kKeys; ++i) {
     EXPECT_EQ(defaults.integer("left" + std::to_string(i)), i);
     EXPECT_EQ(defaults.integer("right" + std::to_string(i)), i);
