@@ -72,7 +72,7 @@ class LinuxBackEnd final : public platform::BackEnd {
   LinuxOwnBundle ownBundle_;
   ScriptingServices scripting_{Bundles::installed(), privacy::PermissionStore::ofUser(), kOwnIdentifier, nullptr};
   BusScriptRunner scripts_{scripting_};
-  ThreadedBackgroundWork background_;
+  ThreadedBackgroundWork background_{desktop_.ui->mainLoop()};
 };
 
 /// Whoever reads our lines may end before we do, which must not end us. With a handler, which a started program does

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "base/Log.h"
+#include "base/MainThread.h"
 
 namespace morla::linux {
 namespace {
@@ -31,23 +32,31 @@ void takePriorityOf(QualityOfService quality) {
 /// never touch what the owner has destroyed.
 class ThreadedBackgroundWork::Pool : public std::enable_shared_from_this<Pool> {
  public:
-  Pool(QualityOfService quality, std::chrono::milliseconds idleTime) : quality_(quality), idleTime_(idleTime) {}
+  Pool(QualityOfService quality, std::chrono::milliseconds idleTime, StartThread startThread)
+      : quality_(quality), idleTime_(idleTime), startThread_(std::move(startThread)) {}
 
-  void run(std::function<void()> work) {
-    std::unique_lock lock(mutex_);
+  void add(std::function<void()> work) {
+    std::lock_guard const lock(mutex_);
     jobs_.push_back(std::move(work));
-    // Idle threads that were woken but have not taken their job yet still count as idle: hence the comparison.
-    if (jobs_.size() <= idle_) {
-      wake_.notify_one();
-      return;
+    wake_.notify_one();
+  }
+
+  /// Until each job has one that is idle or about to begin. False when the system refuses one.
+  bool startMissingThreads() {
+    std::unique_lock lock(mutex_);
+    // Threads that were woken, or that begin, and have not taken their job yet still count: hence the comparison.
+    while (jobs_.size() > idle_ + starting_) {
+      ++threads_;
+      ++starting_;
+      lock.unlock();
+      bool const isStarted = startThread_([self = shared_from_this()] { self->work(); });
+      lock.lock();
+      if (isStarted) continue;
+      --threads_;
+      --starting_;
+      return false;
     }
-    ++threads_;
-    lock.unlock();
-    if (startThread()) return;
-    lock.lock();
-    --threads_;
-    lock.unlock();
-    log("BackgroundWork", "no further thread can be started; the work waits for one that comes free");
+    return true;
   }
 
   void end() {
@@ -65,19 +74,11 @@ class ThreadedBackgroundWork::Pool : public std::enable_shared_from_this<Pool> {
   }
 
  private:
-  bool startThread() {
-    try {
-      std::thread([self = shared_from_this()] { self->work(); }).detach();
-      return true;
-    } catch (std::system_error const&) {
-      return false;
-    }
-  }
-
   void work() {
     (void)pthread_setname_np(pthread_self(), quality_ == QualityOfService::utility ? "morla-utility" : "morla-work");
     takePriorityOf(quality_);
     std::unique_lock lock(mutex_);
+    --starting_;
     while (waitForJob(lock)) {
       auto job = std::move(jobs_.front());
       jobs_.pop_front();
@@ -99,18 +100,22 @@ class ThreadedBackgroundWork::Pool : public std::enable_shared_from_this<Pool> {
 
   QualityOfService const quality_;
   std::chrono::milliseconds const idleTime_;
+  StartThread const startThread_;
   mutable std::mutex mutex_;
   std::condition_variable wake_;
   std::condition_variable threadEnded_;
   std::deque<std::function<void()>> jobs_;
   std::size_t threads_ = 0;
   std::size_t idle_ = 0;
+  std::size_t starting_ = 0;
   bool isEnding_ = false;
 };
 
-ThreadedBackgroundWork::ThreadedBackgroundWork(std::chrono::milliseconds idleTime)
-    : userInitiated_(std::make_shared<Pool>(QualityOfService::userInitiated, idleTime)),
-      utility_(std::make_shared<Pool>(QualityOfService::utility, idleTime)) {}
+ThreadedBackgroundWork::ThreadedBackgroundWork(MainLoop& loop, std::chrono::milliseconds idleTime,
+                                               StartThread startThread)
+    : loop_(loop),
+      userInitiated_(std::make_shared<Pool>(QualityOfService::userInitiated, idleTime, startThread)),
+      utility_(std::make_shared<Pool>(QualityOfService::utility, idleTime, std::move(startThread))) {}
 
 ThreadedBackgroundWork::~ThreadedBackgroundWork() {
   userInitiated_->end();
@@ -118,7 +123,34 @@ ThreadedBackgroundWork::~ThreadedBackgroundWork() {
 }
 
 void ThreadedBackgroundWork::run(QualityOfService quality, std::function<void()> work) {
-  (quality == QualityOfService::utility ? *utility_ : *userInitiated_).run(std::move(work));
+  assertIsMainThread();
+  (quality == QualityOfService::utility ? *utility_ : *userInitiated_).add(std::move(work));
+  startMissingThreads();
+}
+
+bool ThreadedBackgroundWork::startDetachedThread(std::function<void()> body) {
+  try {
+    std::thread(std::move(body)).detach();
+    return true;
+  } catch (std::system_error const&) {
+    return false;
+  }
+}
+
+void ThreadedBackgroundWork::startMissingThreads() {
+  // Who waits for a person goes first.
+  if (userInitiated_->startMissingThreads() && utility_->startMissingThreads()) {
+    isShort_ = false;
+    return;
+  }
+  if (!std::exchange(isShort_, true)) {
+    log("BackgroundWork", "no further thread can be started; the work waits until one can, or comes free");
+  }
+  if (retry_.isActive()) return;
+  retry_ = loop_.after(kRetryInterval, [this] {
+    retry_.end();
+    startMissingThreads();
+  });
 }
 
 std::size_t ThreadedBackgroundWork::threadCount() const {

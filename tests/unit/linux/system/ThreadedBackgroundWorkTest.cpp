@@ -14,6 +14,9 @@
 #include <thread>
 #include <vector>
 
+#include "DiagnosticLines.h"
+#include "platform/fake/FakeMainLoop.h"
+
 namespace morla::linux {
 namespace {
 
@@ -26,14 +29,16 @@ struct ThreadEnd {
 };
 
 TEST(ThreadedBackgroundWork, RunsAJobOnAnotherThread) {
-  ThreadedBackgroundWork background;
+  fake::FakeMainLoop loop;
+  ThreadedBackgroundWork background(loop);
   std::promise<std::thread::id> ran;
   background.run(QualityOfService::userInitiated, [&] { ran.set_value(std::this_thread::get_id()); });
   EXPECT_NE(ran.get_future().get(), std::this_thread::get_id());
 }
 
 TEST(ThreadedBackgroundWork, ThreeHundredJobsRunSideBySide) {
-  ThreadedBackgroundWork background;
+  fake::FakeMainLoop loop;
+  ThreadedBackgroundWork background(loop);
   constexpr int kJobs = 300;
   std::latch everyJobRuns(kJobs);
   std::latch everyJobHasEnded(kJobs);
@@ -48,7 +53,8 @@ TEST(ThreadedBackgroundWork, ThreeHundredJobsRunSideBySide) {
 }
 
 TEST(ThreadedBackgroundWork, AFifthJobIsNotHeldUpByFourSilentOnes) {
-  ThreadedBackgroundWork background;
+  fake::FakeMainLoop loop;
+  ThreadedBackgroundWork background(loop);
   std::promise<void> release;
   auto const released = release.get_future().share();
   for (int i = 0; i < 4; ++i) background.run(QualityOfService::userInitiated, [released] { released.wait(); });
@@ -59,7 +65,8 @@ TEST(ThreadedBackgroundWork, AFifthJobIsNotHeldUpByFourSilentOnes) {
 }
 
 TEST(ThreadedBackgroundWork, AnIdleThreadIsUsedAgain) {
-  ThreadedBackgroundWork background(kLongIdleTime);
+  fake::FakeMainLoop loop;
+  ThreadedBackgroundWork background(loop, kLongIdleTime);
   std::set<std::thread::id> threads;
   // A thread that has fulfilled the promise may not be idle yet, and a new one may find its job taken: so there may be
   // a few, some of which never ran anything, but not one for each job.
@@ -73,7 +80,8 @@ TEST(ThreadedBackgroundWork, AnIdleThreadIsUsedAgain) {
 }
 
 TEST(ThreadedBackgroundWork, AnIdleThreadEndsAfterAWhile) {
-  ThreadedBackgroundWork background(std::chrono::milliseconds(1));
+  fake::FakeMainLoop loop;
+  ThreadedBackgroundWork background(loop, std::chrono::milliseconds(1));
   std::promise<std::future<void>> job;
   background.run(QualityOfService::userInitiated, [&] {
     thread_local ThreadEnd end;
@@ -85,7 +93,8 @@ TEST(ThreadedBackgroundWork, AnIdleThreadEndsAfterAWhile) {
 }
 
 TEST(ThreadedBackgroundWork, UtilityJobsRunAtALowerPriority) {
-  ThreadedBackgroundWork background;
+  fake::FakeMainLoop loop;
+  ThreadedBackgroundWork background(loop);
   auto const niceness = [&](QualityOfService quality) {
     std::promise<int> ran;
     background.run(quality, [&] { ran.set_value(getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()))); });
@@ -97,7 +106,8 @@ TEST(ThreadedBackgroundWork, UtilityJobsRunAtALowerPriority) {
 }
 
 TEST(ThreadedBackgroundWork, WhatAJobHoldsGoesWithIt) {
-  ThreadedBackgroundWork background(kLongIdleTime);
+  fake::FakeMainLoop loop;
+  ThreadedBackgroundWork background(loop, kLongIdleTime);
   struct Told {
     std::promise<void> promise;
     ~Told() { promise.set_value(); }
@@ -108,11 +118,68 @@ TEST(ThreadedBackgroundWork, WhatAJobHoldsGoesWithIt) {
   gone.wait();  // the thread idles for minutes
 }
 
+/// A system that has no thread left, until it has.
+struct FullSystem {
+  bool isFull = true;
+  int refusals = 0;
+
+  ThreadedBackgroundWork::StartThread starter() {
+    return [this](std::function<void()> body) {
+      if (isFull) return ++refusals, false;
+      std::thread(std::move(body)).detach();
+      return true;
+    };
+  }
+};
+
+TEST(ThreadedBackgroundWork, AJobWhoseThreadCannotBeStartedRunsOnceOneCan) {
+  FullSystem system;
+  fake::FakeMainLoop loop;
+  ThreadedBackgroundWork background(loop, kLongIdleTime, system.starter());
+  DiagnosticLines const lines;
+  std::promise<void> ran;
+  std::promise<void> alsoRan;
+  background.run(QualityOfService::userInitiated, [&] { ran.set_value(); });
+  background.run(QualityOfService::utility, [&] { alsoRan.set_value(); });
+  EXPECT_EQ(background.threadCount(), 0U);
+  loop.advance(std::chrono::minutes(1));
+  EXPECT_GT(system.refusals, 500) << "ten attempts a second";
+  EXPECT_EQ(lines.get().size(), 1U) << "told once";
+
+  system.isFull = false;
+  loop.advance(ThreadedBackgroundWork::kRetryInterval);
+  ran.get_future().wait();
+  alsoRan.get_future().wait();
+  EXPECT_EQ(loop.pendingTimers(), 0U);
+}
+
+TEST(ThreadedBackgroundWork, AJobWhoseThreadCannotBeStartedIsTakenByOneThatComesFree) {
+  FullSystem system;
+  system.isFull = false;
+  fake::FakeMainLoop loop;
+  ThreadedBackgroundWork background(loop, kLongIdleTime, system.starter());
+  std::promise<void> release;
+  std::promise<void> running;
+  background.run(QualityOfService::userInitiated, [&] {
+    running.set_value();
+    release.get_future().wait();
+  });
+  running.get_future().wait();
+  system.isFull = true;
+  std::promise<void> ran;
+  background.run(QualityOfService::userInitiated, [&] { ran.set_value(); });
+  release.set_value();
+  ran.get_future().wait();
+  loop.advance(ThreadedBackgroundWork::kRetryInterval);
+  EXPECT_EQ(loop.pendingTimers(), 0U) << "nothing is left to be retried";
+}
+
 TEST(ThreadedBackgroundWork, DestructionWaitsForWhatRuns) {
   std::atomic<int> ended = 0;
   std::latch running(8 + 1);
   {
-    ThreadedBackgroundWork background;
+    fake::FakeMainLoop loop;
+    ThreadedBackgroundWork background(loop);
     for (int i = 0; i < 8; ++i) {
       background.run(QualityOfService::userInitiated, [&] {
         running.arrive_and_wait();
@@ -127,7 +194,8 @@ TEST(ThreadedBackgroundWork, DestructionWaitsForWhatRuns) {
 TEST(ThreadedBackgroundWork, DestructionEndsIdleThreadsAtOnce) {
   auto const before = std::chrono::steady_clock::now();
   {
-    ThreadedBackgroundWork background(kLongIdleTime);
+    fake::FakeMainLoop loop;
+    ThreadedBackgroundWork background(loop, kLongIdleTime);
     std::promise<void> ran;
     background.run(QualityOfService::userInitiated, [&] { ran.set_value(); });
     ran.get_future().wait();
