@@ -189,6 +189,12 @@ DesktopEntry const* DesktopEntries::forWindowClass(std::string_view wmClass, std
   return nullptr;
 }
 
+DesktopEntry const* DesktopEntries::withIdentifier(std::string const& identifier) {
+  readAgainIfChanged();
+  auto const found = entries_.find(identifier);
+  return found == entries_.end() || !found->second ? nullptr : &*found->second;
+}
+
 DesktopEntry const* DesktopEntries::forScheme(std::string_view scheme) {
   readAgainIfChanged();
   auto const mimeType = "x-scheme-handler/" + std::string(scheme);

@@ -33,6 +33,9 @@ class DesktopEntries {
   /// before the instance.
   [[nodiscard]] DesktopEntry const* forWindowClass(std::string_view wmClass, std::string_view wmInstance);
 
+  /// The application of this id, which for one that is spoken to over the bus is its bus name.
+  [[nodiscard]] DesktopEntry const* withIdentifier(std::string const& identifier);
+
   /// The application that opens addresses of `scheme` (lower case): the user's choice, else the first by id.
   [[nodiscard]] DesktopEntry const* forScheme(std::string_view scheme);
 

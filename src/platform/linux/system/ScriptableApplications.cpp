@@ -148,4 +148,14 @@ std::vector<ScriptableApplication> ScriptableApplications::running() const {
   return result;
 }
 
+std::vector<ScriptableApplication> ScriptableApplications::silent() const {
+  std::vector<ScriptableApplication> result;
+  if (!bus_.isOpen()) return result;
+  for (auto const& [name, owner] : owners_) {
+    bool const isSilent = owner->state == Owner::State::asking && owner->processIdentifier != 0;
+    if (isSilent) result.push_back({name, {}, owner->processIdentifier});
+  }
+  return result;
+}
+
 }  // namespace morla::linux

@@ -32,6 +32,9 @@ class ScriptableApplications {
 
   [[nodiscard]] std::vector<ScriptableApplication> running() const;
 
+  /// Those that own a name and have neither answered nor refused yet; their `name` is empty.
+  [[nodiscard]] std::vector<ScriptableApplication> silent() const;
+
  private:
   struct Owner;
 

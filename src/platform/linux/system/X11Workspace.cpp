@@ -178,7 +178,7 @@ std::vector<RunningApplication> X11Workspace::runningApplications() {
   finishFirstEnumeration();
   std::vector<RunningApplication> found{self()};
   std::set<std::int64_t> scriptableProcesses;
-  for (auto const& application : scriptable_.running()) {
+  for (auto const& application : scriptableApplications()) {
     scriptableProcesses.insert(application.processIdentifier);
     found.push_back({application.processIdentifier, application.name, application.identifier});
   }
@@ -196,6 +196,19 @@ std::vector<RunningApplication> X11Workspace::runningApplications() {
   std::vector<RunningApplication> result;
   for (auto const& place : order) result.push_back(std::move(found[std::get<2>(place)]));
   return result;
+}
+
+/// An application that is still starting, or hangs, may own its name and not answer yet. It runs all the same: until it
+/// says what it is called, the desktop's file of the same name does.
+std::vector<ScriptableApplication> X11Workspace::scriptableApplications() {
+  auto applications = scriptable_.running();
+  for (auto& application : scriptable_.silent()) {
+    auto const* entry = desktopEntries_.withIdentifier(application.identifier);
+    if (entry == nullptr || entry->name.empty()) continue;
+    application.name = entry->name;
+    applications.push_back(std::move(application));
+  }
+  return applications;
 }
 
 void X11Workspace::finishFirstEnumeration() {
@@ -218,7 +231,7 @@ RunningApplication X11Workspace::self() const {
 }
 
 RunningApplication X11Workspace::identityOf(WindowOwner const& owner, std::string const& instance) {
-  for (auto const& application : scriptable_.running()) {
+  for (auto const& application : scriptableApplications()) {
     if (application.processIdentifier == owner.processIdentifier && owner.processIdentifier != 0) {
       return {owner.processIdentifier, application.name, application.identifier};
     }

@@ -66,6 +66,7 @@ class X11Workspace final : public platform::Workspace {
   [[nodiscard]] ClientWindow const* anyWindowOf(WindowOwner const& owner) const;
   [[nodiscard]] std::optional<WindowOwner> ownerOf(platform::RunningApplication const& application) const;
   void finishFirstEnumeration();
+  [[nodiscard]] std::vector<ScriptableApplication> scriptableApplications();
 
   std::unique_ptr<XConnection> x_;
   MainLoop& loop_;

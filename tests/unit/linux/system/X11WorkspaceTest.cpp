@@ -231,6 +231,30 @@ TEST_P(ManagedDesktopTest, ASilentOwnerOfANameHoldsUpNothingAndCountsByItsWindow
   }));
 }
 
+TEST_P(ManagedDesktopTest, AnApplicationThatDoesNotAnswerYetRunsUnderTheNameThatTheDesktopKnows) {
+  privateBus_.dataHome().write("applications/com.captureone.captureone16.desktop",
+                               "[Desktop Entry]\nType=Application\nName=Capture One\n");
+  TestApp starting;
+  starting.ownSilently("com.captureone.captureone16");
+  openWorkspace();
+  EXPECT_EQ(running(starting.processIdentifier()),
+            (RunningApplication{starting.processIdentifier(), "Capture One", "com.captureone.captureone16"}));
+  starting.speak("Capture-One-23");
+  EXPECT_TRUE(loop_.runUntil([&] {
+    return running(starting.processIdentifier()) ==
+           RunningApplication{starting.processIdentifier(), "Capture-One-23", "com.captureone.captureone16"};
+  }));
+}
+
+TEST_P(ManagedDesktopTest, AnApplicationThatNobodyKnowsIsListedOnceItAnswers) {
+  TestApp starting;
+  starting.ownSilently("com.example.starting");
+  openWorkspace();
+  EXPECT_EQ(running(starting.processIdentifier()), std::nullopt);
+  starting.speak("Awake");
+  EXPECT_TRUE(loop_.runUntil([&] { return running(starting.processIdentifier()).has_value(); }));
+}
+
 using Command = std::vector<std::string>;
 INSTANTIATE_TEST_SUITE_P(WindowManagers, ManagedDesktopTest,
                          testing::Values(Command{"openbox", "--sm-disable"}, Command{"xfwm4", "--compositor=off"}),
