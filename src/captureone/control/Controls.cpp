@@ -58,6 +58,19 @@ Refusal unlessThereIsNoCamera(bool done) {
   return "there is no camera";
 }
 
+struct NamedStandIn {
+  std::string_view name;
+  StandIn standIn;
+};
+constexpr NamedStandIn kStandIns[] = {{"text", StandIn::text},
+                                      {"integer", StandIn::integer},
+                                      {"missing", StandIn::missing},
+                                      {"nothing", StandIn::nothing}};
+
+std::string_view nameOf(StandIn standIn) {
+  return std::ranges::find(kStandIns, standIn, &NamedStandIn::standIn)->name;
+}
+
 std::string upTo(std::string const& what, std::size_t maximum) {
   return what + " from 0 to " + std::to_string(maximum);
 }
@@ -177,6 +190,15 @@ void Controls::addFaultKeys() {
                       [&faults, expected](std::string const& text) {
                         return withNumber<std::int64_t>(text, expected,
                                                         [&](std::int64_t k) { return faults.setRefuseAtEvent(k); });
+                      }});
+  entries_.push_back({"fault.reply-kind", [&faults] { return std::string(nameOf(faults.standIn())); },
+                      [&faults](std::string const& text) -> Refusal {
+                        auto const named = std::ranges::find(kStandIns, text, &NamedStandIn::name);
+                        if (named == std::end(kStandIns)) {
+                          return "expected text, integer, missing or nothing, not " + shown(text);
+                        }
+                        faults.setStandIn(named->standIn);
+                        return {};
                       }});
   entries_.push_back({"fault.reply", [&faults] { return faults.reply(); },
                       [&faults](std::string const& text) -> Refusal {

@@ -50,6 +50,12 @@ bool Faults::setRefuseAtEvent(std::int64_t event) {
   return set(refuse_, event);
 }
 
+void Faults::setStandIn(StandIn standIn) {
+  if (standIn == standIn_) return;
+  standIn_ = standIn;
+  changes_.announce();
+}
+
 void Faults::setReply(std::string reply) {
   if (reply == reply_) return;
   reply_ = std::move(reply);
@@ -62,6 +68,7 @@ void Faults::reset() {
   silence_ = Silence::off;
   quit_ = {};
   refuse_ = {};
+  standIn_ = StandIn::text;
   reply_.clear();
   changes_.announce();
 }

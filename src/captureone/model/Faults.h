@@ -10,6 +10,14 @@ namespace morla::captureone {
 
 enum class Silence { off, on };
 
+/// What stands in for every reply that is text.
+enum class StandIn {
+  text,  ///< a raw text; where that is empty, replies stay what they are
+  integer,
+  missing,  ///< `missing value`, as for a property that a camera does not have
+  nothing,  ///< a reply without a value
+};
+
 /// What shall go wrong when a script speaks to the application, and how many events have come.
 class Faults {
  public:
@@ -38,7 +46,8 @@ class Faults {
   [[nodiscard]] Silence silence() const { return silence_; }
   [[nodiscard]] std::int64_t quitAtEvent() const { return quit_.asked; }
   [[nodiscard]] std::int64_t refuseAtEvent() const { return refuse_.asked; }
-  /// Stands in for every reply that is text; empty: replies stay what they are.
+  [[nodiscard]] StandIn standIn() const { return standIn_; }
+  /// For `StandIn::text`.
   [[nodiscard]] std::string const& reply() const { return reply_; }
 
   /// From 0 to `kLongestDelay`; anything else is false and changes nothing.
@@ -48,6 +57,7 @@ class Faults {
   /// A number that has been reached stays as it was asked for and does nothing more. False when negative.
   bool setQuitAtEvent(std::int64_t event);
   bool setRefuseAtEvent(std::int64_t event);
+  void setStandIn(StandIn standIn);
   void setReply(std::string reply);
   void reset();
 
@@ -65,6 +75,7 @@ class Faults {
   Silence silence_ = Silence::off;
   Countdown quit_;
   Countdown refuse_;
+  StandIn standIn_ = StandIn::text;
   std::string reply_;
 };
 

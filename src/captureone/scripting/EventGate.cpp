@@ -1,5 +1,7 @@
 #include "captureone/scripting/EventGate.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -8,6 +10,27 @@ namespace morla::captureone {
 using applescript::AppleEvent;
 using applescript::EventError;
 using applescript::Value;
+
+namespace {
+
+/// Any number will do: what matters is that it is no text.
+constexpr std::int64_t kIntegerReply = 400;
+
+std::optional<Value> standInFor(Faults const& faults) {
+  switch (faults.standIn()) {
+    case StandIn::text:
+      return faults.reply().empty() ? std::nullopt : std::optional(Value(faults.reply()));
+    case StandIn::integer:
+      return Value(kIntegerReply);
+    case StandIn::missing:
+      return Value::missing();
+    case StandIn::nothing:
+      return Value();
+  }
+  return std::nullopt;
+}
+
+}  // namespace
 
 EventGate::EventGate(Model& model, Handler handler, World world)
     : model_(model), handler_(std::move(handler)), world_(std::move(world)) {}
@@ -41,7 +64,7 @@ void EventGate::conclude(Faults::Outcome outcome, AppleEvent const& event, Answe
   auto reply = handler_(event);
   auto const* value = std::get_if<Value>(&reply);
   bool const isText = value != nullptr && value->as<std::string>() != nullptr;
-  if (isText && !model_.faults().reply().empty()) reply = Value(model_.faults().reply());
+  if (auto standIn = isText ? standInFor(model_.faults()) : std::nullopt) reply = *std::move(standIn);
   answer(std::move(reply));
 }
 

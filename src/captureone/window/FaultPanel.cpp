@@ -70,6 +70,15 @@ FaultPanel::FaultPanel(Model& model, Controls& controls, QWidget* parent)
   connect(refuseAt_, &QSpinBox::valueChanged, this, [this](int event) { model_.faults().setRefuseAtEvent(event); });
   section->addRow(QStringLiteral("Refuse le n°"), refuseAt_);
 
+  standIn_ = style::combo(QStringLiteral("Nature de la réponse"), section);
+  standIn_->addItem(QStringLiteral("Texte"), QStringLiteral("text"));
+  standIn_->addItem(QStringLiteral("Nombre entier"), QStringLiteral("integer"));
+  standIn_->addItem(QStringLiteral("« missing value »"), QStringLiteral("missing"));
+  standIn_->addItem(QStringLiteral("Aucune valeur"), QStringLiteral("nothing"));
+  connect(standIn_, &QComboBox::activated, this,
+          [this] { (void)controls_.set("fault.reply-kind", standIn_->currentData().toString().toStdString()); });
+  section->addRow(QStringLiteral("Répond par"), standIn_);
+
   reply_ = style::named(new QLineEdit(section), QStringLiteral("Réponse imposée"));
   reply_->setPlaceholderText(QStringLiteral("La vraie"));
   connect(reply_, &QLineEdit::editingFinished, this, [this] {
@@ -90,6 +99,9 @@ void FaultPanel::refresh() {
   silent_->setChecked(faults.silence() == Silence::on);
   quitAt_->setValue(shown(faults.quitAtEvent()));
   refuseAt_->setValue(shown(faults.refuseAtEvent()));
+  standIn_->setCurrentIndex(standIn_->findData(QString::fromStdString(controls_.get("fault.reply-kind").value_or(""))));
+  // The other kinds have no text.
+  reply_->setEnabled(faults.standIn() == StandIn::text);
   auto const reply = QString::fromStdString(faults.reply());
   if (reply_->text() != reply) reply_->setText(reply);
 }

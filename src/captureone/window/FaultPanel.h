@@ -27,6 +27,7 @@ class FaultPanel final : public QWidget {
   style::Switch* silent_ = nullptr;
   QSpinBox* quitAt_ = nullptr;
   QSpinBox* refuseAt_ = nullptr;
+  QComboBox* standIn_ = nullptr;
   QLineEdit* reply_ = nullptr;
 };
 

@@ -61,6 +61,7 @@ std::vector<KeyRow> const kKeys{
     {"fault.silent", "false", "true", kNoBooleans},
     {"fault.quit-at-event", "0", "4", {"", "-1", "1.5", "99999999999999999999"}},
     {"fault.refuse-at-event", "0", "5", {"", "-1", "x"}},
+    {"fault.reply-kind", "text", "missing", {"", "Text", "list"}},
     {"fault.reply", "", "a||b\xff", {}},
 };
 

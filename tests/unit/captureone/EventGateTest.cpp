@@ -126,5 +126,29 @@ TEST_F(EventGateTest, PutsTheRawTextInThePlaceOfTextRepliesOnly) {
   EXPECT_TRUE(std::holds_alternative<EventError>(*send()));
 }
 
+TEST_F(EventGateTest, PutsWhatIsNoTextInThePlaceOfTextRepliesOnly) {
+  struct Row {
+    char const* label;
+    StandIn standIn;
+    Value value;
+  };
+  Row const rows[] = {
+      {"integer", StandIn::integer, Value(std::int64_t{400})},
+      {"missing value", StandIn::missing, Value::missing()},
+      {"no value", StandIn::nothing, Value()},
+  };
+  model_.faults().setReply("raw");
+  for (auto const& row : rows) {
+    model_.faults().setStandIn(row.standIn);
+    answer_ = Value("real");
+    EXPECT_EQ(valueOf(send()), row.value) << row.label;
+    answer_ = Value(true);
+    EXPECT_EQ(valueOf(send()), Value(true)) << row.label;
+  }
+  model_.faults().reset();
+  answer_ = Value("real");
+  EXPECT_EQ(valueOf(send()), Value("real"));
+}
+
 }  // namespace
 }  // namespace morla::captureone

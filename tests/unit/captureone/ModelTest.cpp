@@ -70,6 +70,7 @@ TEST_F(ModelTest, TellsOfEachChangeOnceAndOfNoneWhereNothingChanged) {
       {"delay", [](Model& m) { m.faults().setDelay(std::chrono::seconds(1)); }},
       {"silence", [](Model& m) { m.faults().setSilence(Silence::on); }},
       {"reply", [](Model& m) { m.faults().setReply("x"); }},
+      {"kind of reply", [](Model& m) { m.faults().setStandIn(StandIn::missing); }},
       {"frontmost", [](Model& m) { m.setFrontmost(true); }},
   };
   for (auto const& row : rows) {
