@@ -2,6 +2,7 @@
 
 #include "CameraWatchWorld.h"
 #include "base/Trace.h"
+#include "base/unicode/Unicode.h"
 
 namespace morla::camerawatch {
 namespace {
@@ -90,6 +91,41 @@ TEST(Round, ThreeFieldsAreShownAsTheFormatWordAndClearTheCamera) {
   EXPECT_EQ(monitor.lastDetectedISO().get(), std::nullopt);
   EXPECT_FALSE(monitor.isCameraConnected().get());
   EXPECT_EQ(world.alerts.calls.back(), "dismiss");
+}
+
+TEST(Round, FieldsBehindTheEighthAreIgnored) {
+  CameraWatchWorld world;
+  auto& monitor = world.start();
+  world.round(std::string(kFullReply) + "||nine");
+  EXPECT_EQ(monitor.cameraName().get(), "Camera A");
+  EXPECT_EQ(world.alerts.calls, Strings{"check RAW 400 f/8 1/125"});
+}
+
+TEST(Round, AMegabyteIsPublishedWhereverItStands) {
+  std::string const megabyte(1 << 20, 'x');
+  CameraWatchWorld world;
+  auto& monitor = world.start();
+  world.round(megabyte);
+  EXPECT_EQ(monitor.lastDetectedFormat().get(), megabyte);
+  EXPECT_FALSE(monitor.isCameraConnected().get());
+  world.round("RAW||" + megabyte + "||f/8||1/125||" + megabyte + "||f/8||1/125||Camera A");
+  EXPECT_EQ(monitor.lastDetectedISO().get(), megabyte);
+  EXPECT_EQ(monitor.availableISOs().get(), Strings{megabyte});
+}
+
+TEST(Round, BytesThatAreNoUtf8ArePublishedAsTheyCame) {
+  CameraWatchWorld world;
+  auto& monitor = world.start();
+  std::string json;
+  {
+    Trace const trace([&json](std::string const& line) { json += line + '\n'; },
+                      [] { return std::chrono::milliseconds(0); });
+    world.round("\xFF||\xC3||f/8||1/125||\x80|100||f/8||1/125||\xE2\x82");
+  }
+  EXPECT_EQ(monitor.lastDetectedFormat().get(), "\xFF");
+  EXPECT_EQ(monitor.availableISOs().get(), (Strings{"\x80", "100"}));
+  EXPECT_EQ(monitor.cameraName().get(), "\xE2\x82");
+  EXPECT_TRUE(unicode::isWellFormed(json)) << "the trace can be read all the same";
 }
 
 TEST(Round, AReplyIsNotTrimmed) {
