@@ -91,6 +91,10 @@ class Session:
         finally:
             display.close()
 
+    def process_of(self, program):
+        """The process id of the part that is this program."""
+        return next(child for child, (name, _ended) in self._parts.items() if name == program)
+
     def _left(self):
         return max(0.0, self._end - time.monotonic())
 

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -18,6 +19,7 @@
 #include "platform/linux/system/ThreadedBackgroundWork.h"
 #include "platform/linux/system/X11Workspace.h"
 #include "platform/linux/ui/LinuxUi.h"
+#include "platform/linux/ui/ServerLoss.h"
 
 namespace morla::linux {
 namespace {
@@ -38,9 +40,10 @@ class LinuxBackEnd final : public platform::BackEnd {
  public:
   explicit LinuxBackEnd(Desktop desktop)
       : desktop_(std::move(desktop)),
-        workspace_(std::move(desktop_.x), *desktop_.bus, desktop_.ui->mainLoop(), &readBundle) {
+        workspace_(watched(std::move(desktop_.x)), *desktop_.bus, desktop_.ui->mainLoop(), &readBundle) {
     desktop_.instance->setHandler(
         [this](std::string_view action) { return desktop_.ui->application().handleActionRequest(action); });
+    onServerLoss([this] { leaveWithoutServer(); });
     QObject::connect(desktop_.application.get(), &QApplication::aboutToQuit, desktop_.application.get(),
                      [this] { defaults_.finish(kPatienceAtTheEnd); });
   }
@@ -65,6 +68,19 @@ class LinuxBackEnd final : public platform::BackEnd {
   }
 
  private:
+  std::unique_ptr<XConnection> watched(std::unique_ptr<XConnection> x) {
+    x->onLoss([this] { leaveWithoutServer(); });
+    return x;
+  }
+
+  /// Nothing can be shown any more, and nobody be asked.
+  [[noreturn]] void leaveWithoutServer() {
+    defaults_.finish(kPatienceAtTheEnd);
+    std::fputs("morla: the X server has gone\n", stderr);
+    std::fflush(nullptr);
+    std::_Exit(EXIT_FAILURE);
+  }
+
   Desktop desktop_;
   X11Workspace workspace_;  // first of the roles: it asks the bus who runs, and is answered while the others are made
   FileUserDefaults defaults_{desktop_.ui->mainLoop()};

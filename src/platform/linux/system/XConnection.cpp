@@ -6,8 +6,6 @@
 #include <cstring>
 #include <string_view>
 
-#include "base/Log.h"
-
 namespace morla::linux {
 namespace {
 
@@ -48,7 +46,7 @@ XConnection::XConnection(xcb_connection_t* connection, int screen, MainLoop& loo
     keepArrivedEvents();
     if (xcb_connection_has_error(connection_.get()) != 0) {
       readable_->setEnabled(false);
-      log("Workspace", "the connection to the X server is lost");
+      if (lossHandler_) lossHandler_();
     }
   });
 }

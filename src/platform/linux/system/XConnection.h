@@ -55,6 +55,9 @@ class XConnection {
   /// Calls `handler` on a turn of the loop whenever events may have arrived; it takes them with `nextEvent`.
   void onEvents(std::function<void()> handler);
 
+  /// Calls `handler` on the loop when the server has gone, or will hear no more of this connection.
+  void onLoss(std::function<void()> handler) { lossHandler_ = std::move(handler); }
+
   /// The next event that has arrived; null when there is none. Never waits.
   [[nodiscard]] XcbReply<xcb_generic_event_t> nextEvent();
 
@@ -90,6 +93,7 @@ class XConnection {
   std::deque<XcbReply<xcb_generic_event_t>> arrived_;
   bool isCallPosted_ = false;
   std::function<void()> handler_;
+  std::function<void()> lossHandler_;
   std::unique_ptr<QSocketNotifier> readable_;
   Lifetime life_;
 };
