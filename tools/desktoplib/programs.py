@@ -73,6 +73,8 @@ class Desktop:
         self.capture_one = Program([path_of("captureone-sim")], os.path.join(self.folder, "captureone-sim.log"))
         window = wait_for_window(display, "Capture One", 20)
         control("get", "events")
+        if self.capture_one.poll() is not None:
+            raise AssertionError(f"it was another one that answered: {self.capture_one.output()}")
         return window
 
     def start_morla(self, *arguments):
