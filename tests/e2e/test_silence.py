@@ -47,24 +47,15 @@ class Slow(DesktopTest):
 
 class Silent(DesktopTest):
     def start_silence(self):
-        """Returns when an event waits for its answer, and no other will come."""
+        """Returns when the first event of a round waits for its answer."""
         self.start_both()
-        self.expect("cameraName", control("get", "camera.name"))
-        control("set", "fault.silent", "true")
-        before = int(control("get", "events"))
-        # It has come already where the machine is so busy that a round was under way.
-        control("wait", "events", str(before + 1), "5", check=False)
-        self.trace.skip()
+        before = int(self.between_rounds(lambda: control("set", "fault.silent", "true") + control("get", "events")))
+        control("wait", "events", str(before + 1), str(SECONDS))
+        self.trace.wait_for(script("status"), SECONDS, "a status script")
 
     def expect_loss(self):
-        """The application has gone with an event. Which word that is depends on whether it was the first of the round,
-        before the script's `try`, as it is where the machine is not too busy."""
-        lost = self.trace.wait_for(answer, SECONDS, "the answer")
-        if lost["error"]:
-            self.assertEqual(lost["error"]["number"], -609)
-        else:
-            self.assertEqual(lost["text"], "CAMERA_OFF")
-        self.expect("lastDetectedFormat", "ERROR" if lost["error"] else "CAMERA_OFF")
+        self.assertEqual(self.trace.wait_for(answer, SECONDS, "the answer")["error"]["number"], -609)
+        self.expect("lastDetectedFormat", "ERROR")
 
     def test_a_silent_capture_one_holds_up_its_round_and_nothing_else(self):
         self.start_silence()
@@ -111,10 +102,8 @@ class Stopped(DesktopTest):
 
     def test_a_stopped_capture_one_is_read_again_when_it_goes_on(self):
         self.start_both()
-        self.expect("cameraName", control("get", "camera.name"))
-        self.stop(self.desktop.capture_one)
+        self.between_rounds(lambda: self.stop(self.desktop.capture_one))
         self.trace.wait_for(script("status"), SECONDS, "a status script")
-        self.trace.skip()
         self.trace.expect_none(any_published, 1.5, "a value out of nothing")
         os.kill(self.desktop.capture_one.pid, signal.SIGCONT)
         self.expect("isCameraConnected", True)
@@ -132,13 +121,17 @@ class Stopped(DesktopTest):
         self.expect("isCameraConnected", True)
 
     def test_started_again_between_two_rounds_it_is_the_new_one_that_is_read(self):
+        def start_again():
+            self.desktop.capture_one.kill()
+            self.desktop.capture_one.wait()
+            self.start_capture_one()
+            control("set", "camera.iso", "Hi 2")
+
         self.start_both()
-        self.expect("cameraName", control("get", "camera.name"))
-        self.desktop.capture_one.kill()
-        self.desktop.capture_one.wait()
-        self.start_capture_one()
-        control("set", "camera.iso", "Hi 2")
-        self.expect("lastDetectedISO", "Hi 2")
+        self.between_rounds(start_again)
+        self.assertEqual(self.trace.wait_for(
+            lambda event: event.get("published") == "FormatMonitor.lastDetectedISO", SECONDS, "a round")["value"],
+                         "Hi 2")
         self.expect("isCameraConnected", True)
 
 

@@ -45,6 +45,7 @@ class Reader(unittest.TestCase):
 
     def test_a_line_that_was_cut_off_does_no_harm(self):
         self.run_program("""printf '{"n": '""").wait()
+        self.trace.read_all()
         self.run_program("""echo '{"n": 2}'; read -r never""")
         self.assertTrue(self.trace.wait_for(lambda event: event.get("n") == 2, 10, "n"))
 
@@ -52,6 +53,15 @@ class Reader(unittest.TestCase):
         self.run_program("""echo '{"n": 1}'; read -r never""")
         with self.assertRaisesRegex(NotSeen, "unwanted"):
             self.trace.expect_none(lambda event: event.get("n") == 1, 60, "unwanted")
+
+    def test_everything_that_was_written_can_be_waited_for(self):
+        self.run_program("""seq -f '{"n": %g}' 5000; read -r never""")
+        self.trace.wait_for(lambda event: event.get("n") == 1, 10, "the first")
+        self.trace.wait_for(lambda event: event.get("n") == 5000, 10, "the last")
+        with open(self.trace.path, "w", encoding="utf-8") as pipe:
+            pipe.write('{"n": 5001}\n')
+        self.trace.read_all()
+        self.assertEqual(self.trace.events()[-1], {"n": 5001})
 
     def test_what_came_before_is_forgotten_on_request(self):
         self.run_program("""echo '{"n": 1}'; echo '{"n": 2}'; read -r never""")

@@ -79,6 +79,7 @@ class Desktop:
 
     def start_morla(self, *arguments):
         """Returns when start-up has ended; the next wait begins with what happened on the way."""
+        self.trace.read_all()  # what a killed one left behind ends here
         self.morla = Program([path_of("morla"), "--trace", self.trace.path, *arguments],
                              os.path.join(self.folder, "morla.log"))
         self.trace.written_by(self.morla)

@@ -7,6 +7,8 @@ import threading
 
 # The key of the line that this reader writes itself when a run has ended.
 END = "run that has ended"
+# The same for a place up to which everything shall be read.
+MARK = "read up to here"
 
 
 class NotSeen(AssertionError):
@@ -29,6 +31,7 @@ class Trace:
         self._events = []
         self._seen = 0
         self._runs = 0
+        self._marks = self._last_mark = 0
         self._has_ended = False  # the last run, and all it wrote has been read
         # A thread, so that the program never waits for its reader.
         threading.Thread(target=self._read, daemon=True).start()
@@ -50,6 +53,8 @@ class Trace:
             event = {"broken": line.decode("utf-8", "replace")}
         if END in event:
             self._has_ended = self._has_ended or event[END] == self._runs
+        elif MARK in event:
+            self._last_mark = event[MARK]
         else:
             self._events.append(event)
 
@@ -64,6 +69,15 @@ class Trace:
         program.wait()
         # Through the pipe, so that it comes after all that the program wrote.
         os.write(self._pipe, b"\n" + json.dumps({END: run}).encode() + b"\n")
+
+    def read_all(self):
+        """Returns when all that has been written so far has been read."""
+        with self._news:
+            self._marks += 1
+            mark = self._marks
+            # Through the pipe, so that it comes after all that.
+            os.write(self._pipe, b"\n" + json.dumps({MARK: mark}).encode() + b"\n")
+            self._news.wait_for(lambda: self._last_mark >= mark)
 
     def skip(self):
         """Forgets what has come so far: waits begin with what happens from here on."""

@@ -3,6 +3,7 @@ it needs, with settings and permissions as on the first day, and waits for event
 
 import os
 import shutil
+import signal
 import sys
 import tempfile
 import unittest
@@ -57,6 +58,25 @@ class DesktopTest(unittest.TestCase):
         self.start_morla()
         self.expect("isCameraConnected", True)
         return window
+
+    def between_rounds(self, action):
+        """Does `action` while no script is under way, and none can begin; gives its result. Waits then begin with what
+        happens from there on."""
+        morla_id = self.desktop.morla.pid
+        while True:
+            os.kill(morla_id, signal.SIGSTOP)
+            try:
+                os.waitid(os.P_PID, morla_id, os.WSTOPPED)
+                self.trace.read_all()
+                scripts = [event for event in self.trace.events() if "script" in event]
+                if not scripts or "ms" in scripts[-1]:
+                    result = action()
+                    self.trace.skip()
+                    return result
+                self.trace.skip()
+            finally:
+                os.kill(morla_id, signal.SIGCONT)
+            self.trace.wait_for(lambda event: "script" in event and "ms" in event, SECONDS, "an answer")
 
     def start_other_application(self):
         """Gives the window, which is in front, and the program."""
