@@ -6,7 +6,7 @@ import signal
 import struct
 from unittest import mock
 
-from lib.morlatest import SECONDS, DesktopTest, control, main, programs, script
+from lib.morlatest import SECONDS, DesktopTest, control, main, script
 
 TEN_YEARS = 10 * 365 * 24 * 3600
 HOUR = 3600

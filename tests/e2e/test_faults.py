@@ -22,7 +22,8 @@ class Fault(DesktopTest):
     def expect_answer(self):
         """The answer of the next status script: its text and the number of its error."""
         number = self.trace.wait_for(script("status"), SECONDS, "a status script")["script"]
-        answer = self.trace.wait_for(lambda event: event.get("script") == number and "ms" in event, SECONDS, "an answer")
+        answer = self.trace.wait_for(lambda event: event.get("script") == number and "ms" in event, SECONDS,
+                                     "its answer")
         return answer["text"], answer["error"] and answer["error"]["number"]
 
     def set_between_rounds(self, key, value):
@@ -87,7 +88,8 @@ class Replies(Fault):
 class EveryEvent(Fault):
     def test_a_round_has_ten(self):
         def count():
-            rounds = [event for event in self.trace.events() if "ms" in event and "MX-1 Studio" in (event["text"] or "")]
+            rounds = [event for event in self.trace.events()
+                      if "ms" in event and "MX-1 Studio" in (event["text"] or "")]
             return int(control("get", "events")), len(rounds)
 
         self.start_both()

@@ -7,7 +7,7 @@ import subprocess
 import sys
 import textwrap
 
-from lib.morlatest import SECONDS, DesktopTest, control, main, morla, panel, programs, script
+from lib.morlatest import BUTTON, SECONDS, DesktopTest, control, main, morla, panel, script
 
 # Takes its place among those who wait for Capture One's name, and says when it has got it. It answers nothing.
 NEXT_OWNER = textwrap.dedent("""
@@ -62,7 +62,7 @@ class Silent(DesktopTest):
         morla("do", "toggleCheckMode")
         self.trace.wait_for(lambda event: event.get("default") == "checkModeEnabled", SECONDS, "check mode is stored")
         self.start_other_application()
-        self.trace.wait_for(panel("FloatingButtonPanel", "hidden"), SECONDS, "the button follows the front")
+        self.trace.wait_for(panel(BUTTON, "hidden"), SECONDS, "the button follows the front")
         self.trace.expect_none(any_published, 1.5, "a value out of nothing")
         self.assertEqual(self.desktop.quit_morla(), 0)
 
