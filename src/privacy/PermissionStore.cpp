@@ -1,22 +1,25 @@
 #include "privacy/PermissionStore.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdio>
+#include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include <cstring>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
+#include "privacy/PermissionFile.h"
+
 namespace morla::privacy {
+namespace {
 
 using nlohmann::json;
 using Service = PermissionQuestion::Service;
 
-static char const* keyOf(Service service) {
+constexpr Service kServices[] = {Service::automation, Service::screenRecording, Service::accessibility};
+
+/// Ours has three levels. Far deeper ones are nobody's decisions, and writing them again would end on the stack.
+constexpr int kDeepestNesting = 64;
+
+char const* keyOf(Service service) {
   switch (service) {
     case Service::automation:
       return "automation";
@@ -28,7 +31,7 @@ static char const* keyOf(Service service) {
   return "";
 }
 
-static char const* textOf(Permission permission) {
+char const* textOf(Permission permission) {
   switch (permission) {
     case Permission::undecided:
       return "undecided";
@@ -40,18 +43,69 @@ static char const* textOf(Permission permission) {
   return "";
 }
 
+/// Whatever is not one of the two decisions is none.
+Permission permissionFrom(json const& value) {
+  if (value == "allow") return Permission::allow;
+  if (value == "deny") return Permission::deny;
+  return Permission::undecided;
+}
+
 /// Null when there is no such member.
-static json const& member(json const& object, std::string const& key) {
+json const& member(json const& object, std::string const& key) {
   static json const kNone;
   auto const found = object.is_object() ? object.find(key) : object.end();
   return found == object.end() ? kNone : *found;
 }
 
-static json readFile(std::string const& path) {
-  std::ifstream file(path, std::ios::binary);
-  json document = json::parse(file, nullptr, /*allow_exceptions=*/false);
-  return document.is_object() ? document : json::object();
+struct Document {
+  json object = json::object();
+  bool isWhole = true;  ///< false when a part of the text could not be understood and is missing here
+};
+
+/// Takes out what should be an object and is none; false when there was such a thing.
+bool keepObjects(json& members, auto const& isMeant) {
+  bool isWhole = true;
+  for (auto each = members.begin(); each != members.end();) {
+    bool const isWrong = isMeant(each.key()) && !each->is_object();
+    isWhole &= !isWrong;
+    each = isWrong ? members.erase(each) : std::next(each);
+  }
+  return isWhole;
 }
+
+bool keepExpectedShape(json& object) {
+  auto const isService = [](std::string const& key) {
+    return std::ranges::any_of(kServices, [&](Service service) { return key == keyOf(service); });
+  };
+  bool isWhole = keepObjects(object, isService);
+  auto const automation = object.find(keyOf(Service::automation));
+  if (automation != object.end()) isWhole &= keepObjects(*automation, [](std::string const&) { return true; });
+  return isWhole;
+}
+
+Document parse(std::string const& text) {
+  bool isTooDeep = false;
+  auto const noteDepth = [&isTooDeep](int depth, json::parse_event_t, json&) {
+    isTooDeep |= depth > kDeepestNesting;
+    return true;
+  };
+  json parsed = json::parse(text, noteDepth, /*allow_exceptions=*/false);
+  if (isTooDeep || !parsed.is_object()) return {json::object(), false};
+  bool const isWhole = keepExpectedShape(parsed);
+  return {std::move(parsed), isWhole};
+}
+
+json& objectAt(json& parent, std::string const& key) {
+  json& child = parent[key];
+  if (!child.is_object()) child = json::object();
+  return child;
+}
+
+std::string because(std::string const& what, int error) {
+  return what + ": " + std::strerror(error);
+}
+
+}  // namespace
 
 PermissionStore PermissionStore::ofUser() {
   char const* const dataHome = std::getenv("XDG_DATA_HOME");
@@ -63,67 +117,54 @@ PermissionStore PermissionStore::ofUser() {
 }
 
 Permission PermissionStore::get(PermissionQuestion const& question) const {
-  json const document = readFile(path_);
-  json const& ofClient = member(member(document, keyOf(question.service)), question.client);
-  json const& decision = question.service == Service::automation ? member(ofClient, question.target) : ofClient;
-  if (decision == "allow") return Permission::allow;
-  if (decision == "deny") return Permission::deny;
-  return Permission::undecided;
+  auto const file = PermissionFile::read(path_);
+  if (!file.text) return Permission::undecided;
+  auto const document = parse(*file.text);
+  json const& ofClient = member(member(document.object, keyOf(question.service)), question.client);
+  return permissionFrom(question.service == Service::automation ? member(ofClient, question.target) : ofClient);
 }
 
-namespace {
-
-/// One writer at a time, among all programs.
-class FileLock {
- public:
-  explicit FileLock(std::string const& path) : descriptor_(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-    if (descriptor_ < 0) return;
-    int result = 0;
-    do {
-      result = ::flock(descriptor_, LOCK_EX);
-    } while (result != 0 && errno == EINTR);
-    isHeld_ = result == 0;
+PermissionStore::Contents PermissionStore::read() const {
+  Contents contents;
+  auto const file = PermissionFile::read(path_);
+  if (file.error != 0) contents.problem = because(path_ + " cannot be read", file.error);
+  if (!file.text) return contents;
+  auto const document = parse(*file.text);
+  if (!document.isWhole) contents.problem = path_ + " is damaged";
+  for (auto const service : kServices) {
+    auto const& ofService = member(document.object, keyOf(service));
+    for (auto const& [client, decision] : ofService.items()) {
+      if (service != Service::automation) {
+        contents.decisions.push_back({{service, client, {}}, permissionFrom(decision)});
+        continue;
+      }
+      for (auto const& [target, decided] : decision.items()) {
+        contents.decisions.push_back({{service, client, target}, permissionFrom(decided)});
+      }
+    }
   }
-  FileLock(FileLock const&) = delete;
-  FileLock& operator=(FileLock const&) = delete;
-  ~FileLock() {
-    if (descriptor_ >= 0) ::close(descriptor_);
-  }
-  [[nodiscard]] bool isHeld() const { return isHeld_; }
-
- private:
-  int descriptor_;
-  bool isHeld_ = false;
-};
-
-}  // namespace
-
-static json& objectAt(json& parent, std::string const& key) {
-  json& child = parent[key];
-  if (!child.is_object()) child = json::object();
-  return child;
+  return contents;
 }
 
-bool PermissionStore::set(PermissionQuestion const& question, Permission permission) const {
-  std::error_code error;
-  std::filesystem::create_directories(std::filesystem::path(path_).parent_path(), error);
-  FileLock const lock(path_ + ".lock");
-  if (!lock.isHeld()) return false;
+std::optional<std::string> PermissionStore::set(PermissionQuestion const& question, Permission permission) const {
+  PermissionFile const file(path_);
+  if (file.error() != 0) return because(path_ + " cannot be written", file.error());
+  auto const before = file.read();
+  if (before.error != 0) return because(path_ + " cannot be read and is left alone", before.error);
 
-  json document = readFile(path_);
-  json& ofService = objectAt(document, keyOf(question.service));
+  auto document = before.text ? parse(*before.text) : Document();
+  if (!document.isWhole) {
+    if (int const error = file.keepAside(); error != 0) return because(path_ + " is damaged; no copy of it", error);
+  }
+  json& ofService = objectAt(document.object, keyOf(question.service));
   if (question.service == Service::automation) {
     objectAt(ofService, question.client)[question.target] = textOf(permission);
   } else {
     ofService[question.client] = textOf(permission);
   }
-  std::string const temporary = path_ + ".new";
-  {
-    std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-    file << document.dump(2, ' ', false, json::error_handler_t::replace) << '\n';
-    if (!file.flush()) return false;
-  }
-  return std::rename(temporary.c_str(), path_.c_str()) == 0;
+  auto const text = document.object.dump(2, ' ', false, json::error_handler_t::replace) + '\n';
+  if (int const error = file.replace(text); error != 0) return because(path_ + " cannot be written", error);
+  return std::nullopt;
 }
 
 }  // namespace morla::privacy

@@ -31,7 +31,7 @@ class StoredPermission final : public AutomationPermission {
     auto const permission = decision == Automation::allow  ? privacy::Permission::allow
                             : decision == Automation::deny ? privacy::Permission::deny
                                                            : privacy::Permission::undecided;
-    return store_.set(question_, permission);
+    return !store_.set(question_, permission);
   }
 
   [[nodiscard]] std::string const& path() const { return store_.path(); }

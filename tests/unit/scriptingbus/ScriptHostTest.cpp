@@ -33,7 +33,8 @@ class ScriptHostTest : public ::testing::Test {
     bus_.installService(kToy, MORLA_TOY_PROGRAM);
   }
   void decide(Permission permission) const {
-    ASSERT_TRUE(PermissionStore::ofUser().set({PermissionQuestion::Service::automation, kClient, kToy}, permission));
+    ASSERT_EQ(PermissionStore::ofUser().set({PermissionQuestion::Service::automation, kClient, kToy}, permission),
+              std::nullopt);
   }
   [[nodiscard]] ServerThread runToy(std::string const& name) {
     return ServerThread({kToy, name, "1.0", ToyLibrary::dictionary()},
