@@ -17,6 +17,7 @@ KEY_PRESS, KEY_RELEASE, FOCUS_IN, FOCUS_OUT, CLIENT_MESSAGE = 2, 3, 9, 10, 33
 PROPERTY_CHANGE_MASK = 1 << 22
 STRUCTURE_NOTIFY_MASK = 1 << 17
 SUBSTRUCTURE_NOTIFY_MASK = 1 << 19
+SUBSTRUCTURE_REDIRECT_MASK = 1 << 20
 LEFT_POINTER_SHAPE = 68
 IS_VIEWABLE = 2
 RETAIN_PERMANENT = 1
@@ -100,6 +101,7 @@ def _load():
         "XDefineCursor": (c_int, [c_void_p, c_ulong, c_ulong]),
         "XCreateSimpleWindow": (c_ulong, [c_void_p, c_ulong, c_int, c_int, c_uint, c_uint, c_uint, c_ulong, c_ulong]),
         "XMapWindow": (c_int, [c_void_p, c_ulong]),
+        "XSendEvent": (c_int, [c_void_p, c_ulong, c_int, c_long, POINTER(Event)]),
         "XSetWMProtocols": (c_int, [c_void_p, c_ulong, POINTER(c_ulong), c_int]),
         "XkbKeycodeToKeysym": (c_ulong, [c_void_p, c_uint, c_int, c_int]),
         "XKeysymToString": (c_char_p, [c_ulong]),
@@ -275,6 +277,15 @@ class Display:
     def set_numbers(self, window, name, kind, numbers):
         data = (c_ulong * len(numbers))(*numbers)
         self._lib.XChangeProperty(self._display, window, self.atom(name), self.atom(kind), 32, 0, data, len(numbers))
+
+    def ask_to_close(self, window):
+        """Has the window manager close it, as a task bar does."""
+        event = Event()
+        event.message = _ClientMessage(type=CLIENT_MESSAGE, window=window, format=32,
+                                       message_type=self.atom("_NET_CLOSE_WINDOW"))
+        self._lib.XSendEvent(self._display, self.root, 0, SUBSTRUCTURE_NOTIFY_MASK | SUBSTRUCTURE_REDIRECT_MASK,
+                             byref(event))
+        self._lib.XSync(self._display, 0)
 
     def next_event(self):
         """Waits for it."""

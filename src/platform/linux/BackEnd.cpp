@@ -6,18 +6,24 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "platform/linux/scripting/BusScriptRunner.h"
+#include "platform/linux/scripting/ConsentDesk.h"
 #include "platform/linux/scripting/InfoPlist.h"
 #include "platform/linux/system/DefaultsCommand.h"
 #include "platform/linux/system/DoCommand.h"
 #include "platform/linux/system/FileUserDefaults.h"
+#include "platform/linux/system/FileWatch.h"
 #include "platform/linux/system/InstanceService.h"
 #include "platform/linux/system/LinuxOwnBundle.h"
 #include "platform/linux/system/StdFiles.h"
 #include "platform/linux/system/ThreadedBackgroundWork.h"
 #include "platform/linux/system/X11Workspace.h"
+#include "platform/linux/ui/ConsentWindow.h"
 #include "platform/linux/ui/LinuxUi.h"
 #include "platform/linux/ui/ServerLoss.h"
 
@@ -35,6 +41,14 @@ struct Desktop {
   std::unique_ptr<InstanceService> instance;
   std::unique_ptr<XConnection> x;
 };
+
+/// Between the desk and the window, neither of which knows the other.
+Subscription showConsentWindow(std::string const& targetName, std::function<void(ConsentDesk::Answer)> answered) {
+  return askForConsent(targetName, [answered = std::move(answered)](std::optional<Consent> consent) {
+    using Answer = ConsentDesk::Answer;
+    answered(!consent ? Answer::none : *consent == Consent::allow ? Answer::allow : Answer::refuse);
+  });
+}
 
 class LinuxBackEnd final : public platform::BackEnd {
  public:
@@ -86,7 +100,8 @@ class LinuxBackEnd final : public platform::BackEnd {
   FileUserDefaults defaults_{desktop_.ui->mainLoop()};
   StdFiles files_;
   LinuxOwnBundle ownBundle_;
-  ScriptingServices scripting_{Bundles::installed(), privacy::PermissionStore::ofUser(), kOwnIdentifier, nullptr};
+  ConsentDesk consent_{desktop_.ui->mainLoop(), privacy::PermissionStore::ofUser(), &showConsentWindow, &watchFile};
+  ScriptingServices scripting_{Bundles::installed(), privacy::PermissionStore::ofUser(), kOwnIdentifier, &consent_};
   BusScriptRunner scripts_{scripting_};
   ThreadedBackgroundWork background_{desktop_.ui->mainLoop()};
 };

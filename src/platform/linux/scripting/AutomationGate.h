@@ -1,6 +1,5 @@
 #pragma once
 
-#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -11,15 +10,15 @@
 
 namespace morla::linux {
 
-/// Asks the user whether this program may control an application. Nothing implements it so far: the window that asks
-/// is still to come, and until then the decision is made in the store alone.
+/// Asks the user whether this program may control an application.
 class ConsentPrompt {
  public:
-  enum class Answer { allowed, refused, none };
   virtual ~ConsentPrompt() = default;
 
-  /// Any thread but the main one; waits for the user. `none`: closed without an answer.
-  [[nodiscard]] virtual Answer ask(applescript::ApplicationInformation const& target) = 0;
+  /// Any thread but the main one; waits for the user as long as it takes. The decision is stored when this returns;
+  /// undecided when there was no answer.
+  [[nodiscard]] virtual privacy::Permission ask(privacy::PermissionQuestion const& question,
+                                                applescript::ApplicationInformation const& target) = 0;
 };
 
 /// The automation permission, checked at every entry of a `tell` and every event: the user may take it back at any
@@ -30,17 +29,14 @@ class AutomationGate {
   AutomationGate(privacy::PermissionStore store, std::string client, ConsentPrompt* prompt)
       : store_(std::move(store)), client_(std::move(client)), prompt_(prompt) {}
 
-  /// Nothing when scripts may talk to `target`; else -1743 (refused) or -1744 (undecided, and no answer).
-  [[nodiscard]] std::optional<applescript::EventError> check(applescript::ApplicationInformation const& target);
+  /// Nothing when scripts may talk to `target`; else -1743 (refused) or -1744 (undecided, and no answer). May wait for
+  /// the user, before anything is sent: no event's time limit runs meanwhile.
+  [[nodiscard]] std::optional<applescript::EventError> check(applescript::ApplicationInformation const& target) const;
 
  private:
-  [[nodiscard]] privacy::Permission askUser(privacy::PermissionQuestion const& question,
-                                            applescript::ApplicationInformation const& target);
-
   privacy::PermissionStore store_;
   std::string client_;
   ConsentPrompt* prompt_;
-  std::mutex asking_;
 };
 
 }  // namespace morla::linux

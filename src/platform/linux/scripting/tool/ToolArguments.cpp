@@ -89,6 +89,7 @@ std::string toolHelp() {
          "  --check    compile the script, do not run it\n"
          "  --help     print this\n"
          "\n"
+         "The permissions of MORLA count. Nobody is asked: what the user has not decided yet fails with -1744.\n"
          "Errors go to standard error as FILE:LINE:COLUMN: error: TEXT (NUMBER).\n"
          "Exit status: 0; 1 when the script failed or cannot be read; 2 for a wrong command line.\n";
 }

@@ -1,0 +1,178 @@
+#include "platform/linux/ui/ConsentWindow.h"
+
+#include <QCloseEvent>
+#include <QCursor>
+#include <QFont>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <memory>
+#include <utility>
+
+#include "base/MainThread.h"
+#include "platform/linux/ui/DialogButton.h"
+#include "platform/linux/ui/DialogColours.h"
+
+namespace morla::linux {
+namespace {
+
+// In points, on a rhythm of eight.
+constexpr int kMargin = 24;
+constexpr int kIconSize = 48;
+constexpr int kIconGap = 16;
+constexpr int kTextWidth = 320;
+constexpr int kButtonGap = 8;
+constexpr int kTextSize = 13;
+constexpr int kSmallTextSize = 12;
+/// A window of this kind stands a little above the middle.
+constexpr double kPartAbove = 0.35;
+
+QFont fontOf(int size, QFont::Weight weight) {
+  QFont font;
+  font.setFamilies(QStringList{"Inter"} + font.families());
+  font.setPixelSize(size);
+  font.setWeight(weight);
+  return font;
+}
+
+QLabel* makeLabel(QString const& text, QFont const& font, QWidget* parent) {
+  auto* const label = new QLabel(text, parent);
+  label->setFont(font);
+  // The application's name is its own business, and no markup.
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setFixedWidth(kTextWidth);
+  return label;
+}
+
+/// A closed padlock on a rounded square.
+void drawPadlock(QPainter& painter, QRectF const& square) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(square.topLeft());
+  painter.scale(square.width() / 48, square.height() / 48);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor(0x00, 0x7A, 0xFF));
+  painter.drawRoundedRect(QRectF(0, 0, 48, 48), 11, 11);
+  QPainterPath shackle;
+  shackle.moveTo(17.5, 23);
+  shackle.lineTo(17.5, 17.5);
+  shackle.arcTo(QRectF(17.5, 11, 13, 13), 180, -180);
+  shackle.lineTo(30.5, 23);
+  painter.strokePath(shackle, QPen(Qt::white, 3, Qt::SolidLine, Qt::FlatCap));
+  painter.setBrush(Qt::white);
+  painter.drawRoundedRect(QRectF(13, 22, 22, 15), 3, 3);
+}
+
+}  // namespace
+
+ConsentWindow::ConsentWindow(std::string const& targetName, Answered answered)
+    : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                           Qt::WindowStaysOnTopHint),
+      answered_(std::move(answered)) {
+  auto const target = QString::fromStdString(targetName);
+  setWindowTitle("Autorisation");
+  setFocusPolicy(Qt::StrongFocus);
+
+  question_ = makeLabel("MORLA souhaite contrôler « " + target + " »", fontOf(kTextSize, QFont::DemiBold), this);
+  explanation_ = makeLabel("MORLA pourra lire les réglages de « " + target + " » et utiliser ses fonctions. " +
+                               "Votre choix reste modifiable dans « Confidentialité ».",
+                           fontOf(kSmallTextSize, QFont::Normal), this);
+  setAccessibleName(question_->text());
+  setAccessibleDescription(explanation_->text());
+  auto* const refuse = new DialogButton("Refuser", DialogButton::Kind::bordered, this);
+  auto* const allow = new DialogButton("OK", DialogButton::Kind::prominent, this);
+  connect(refuse, &QAbstractButton::clicked, this, [this] { answer(Consent::refuse); });
+  connect(allow, &QAbstractButton::clicked, this, [this] { answer(Consent::allow); });
+
+  auto* const buttons = new QHBoxLayout;
+  buttons->setSpacing(kButtonGap);
+  buttons->addStretch();
+  buttons->addWidget(refuse);
+  buttons->addWidget(allow);
+  auto* const rows = new QVBoxLayout(this);
+  rows->setContentsMargins(kMargin + kIconSize + kIconGap, kMargin, kMargin, kMargin - 4);
+  rows->setSpacing(0);
+  rows->addWidget(question_);
+  rows->addSpacing(6);
+  rows->addWidget(explanation_);
+  rows->addSpacing(20);
+  rows->addLayout(buttons);
+  rows->setSizeConstraint(QLayout::SetFixedSize);
+  setTabOrder(refuse, allow);
+  colourTexts();
+}
+
+void ConsentWindow::present() {
+  auto const* screen = QGuiApplication::screenAt(QCursor::pos());
+  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+  if (screen != nullptr) {
+    auto const area = screen->availableGeometry();
+    auto const size = sizeHint();
+    move(area.x() + (area.width() - size.width()) / 2,
+         area.y() + static_cast<int>((area.height() - size.height()) * kPartAbove));
+  }
+  show();
+  raise();
+  activateWindow();
+  setFocus();
+}
+
+void ConsentWindow::withdraw() {
+  answered_ = nullptr;
+  hide();
+}
+
+void ConsentWindow::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), DialogColours::of(palette()).window);
+  drawPadlock(painter, QRectF(kMargin, kMargin, kIconSize, kIconSize));
+}
+
+void ConsentWindow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange && question_ != nullptr) colourTexts();
+  QWidget::changeEvent(event);
+}
+
+void ConsentWindow::colourTexts() {
+  auto const colours = DialogColours::of(palette());
+  for (auto const& [label, colour] : {std::pair(question_, colours.text), std::pair(explanation_, colours.faintText)}) {
+    QPalette own = label->palette();
+    if (own.color(QPalette::WindowText) == colour) continue;
+    own.setColor(QPalette::WindowText, colour);
+    label->setPalette(own);
+  }
+}
+
+void ConsentWindow::closeEvent(QCloseEvent* event) {
+  QWidget::closeEvent(event);
+  answer(std::nullopt);
+}
+
+void ConsentWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Cancel)) {
+    close();
+    return;
+  }
+  QWidget::keyPressEvent(event);
+}
+
+void ConsentWindow::answer(std::optional<Consent> consent) {
+  auto const answered = std::exchange(answered_, nullptr);
+  if (answered) answered(consent);
+}
+
+Subscription askForConsent(std::string const& targetName, ConsentWindow::Answered answered) {
+  assertIsMainThread();
+  // It may be in the middle of an event of its own when it is taken away.
+  std::shared_ptr<ConsentWindow> const window(new ConsentWindow(targetName, std::move(answered)),
+                                              [](ConsentWindow* ended) { ended->deleteLater(); });
+  window->present();
+  return Subscription([window] { window->withdraw(); });
+}
+
+}  // namespace morla::linux
