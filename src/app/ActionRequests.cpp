@@ -3,6 +3,8 @@
 #include <functional>
 #include <map>
 
+#include "camerawatch/FormatMonitor.h"
+
 namespace morla::app {
 
 platform::ActionOutcome ActionRequests::perform(std::string_view name) {
@@ -21,6 +23,7 @@ platform::ActionOutcome ActionRequests::perform(std::string_view name) {
       {"toggleCheckMode", {true, [this] { actions_.toggleCheckMode(); }}},
       {"checkForUpdates",
        {static_cast<bool>(features_.updateCheck), [this] { features_.updateCheck().checkForUpdates(); }}},
+      {"openAutomationSettings", {true, [] { camerawatch::FormatMonitor::shared().openAutomationSettings(); }}},
       {"quit", {true, [this] { application_.terminate(); }}},
   };
   auto const found = actions.find(name);

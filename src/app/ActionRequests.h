@@ -8,8 +8,8 @@
 
 namespace morla::app {
 
-/// Actions by name, for desktop shortcuts and the command line: the AppMenuActions, "checkForUpdates" and "quit". Main
-/// thread.
+/// Actions by name, for desktop shortcuts and the command line: the AppMenuActions, "checkForUpdates",
+/// "openAutomationSettings" and "quit". Main thread.
 class ActionRequests {
  public:
   ActionRequests(AppMenuActions& actions, FeatureHooks& features, platform::Application& application)

@@ -1,7 +1,4 @@
 #include <QApplication>
-#include <QFile>
-#include <QFileInfo>
-#include <QFileSystemWatcher>
 #include <QGuiApplication>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -16,6 +13,8 @@
 #include "captureone/EmbeddedDictionary.h"
 #include "captureone/control/ControlService.h"
 #include "captureone/control/StoredPermission.h"
+#include "captureone/permissions/PermissionWatch.h"
+#include "captureone/permissions/PrivacyProgram.h"
 #include "captureone/scripting/EventGate.h"
 #include "captureone/scripting/ObjectModel.h"
 #include "captureone/window/MainWindow.h"
@@ -31,10 +30,15 @@ enum ExitStatus : int { kDone = 0, kFailure = 1, kUsage = 2 };
 
 constexpr std::string_view kHelp =
     "usage: captureone-sim [--help | --version]\n"
+    "       captureone-sim --privacy [ADDRESS]\n"
     "\n"
     "A simulated Capture One: a window with documents and a tethered camera, scriptable over the session bus under "
     "the\n"
     "name com.captureone.captureone16. `captureonectl` changes it from outside.\n"
+    "\n"
+    "--privacy shows the desktop's privacy permissions instead: who may control which application, record the screen,\n"
+    "follow the keyboard. ADDRESS says on which page: x-apple.systempreferences:com.apple.preference.security?ANCHOR,\n"
+    "where ANCHOR is Privacy_Automation, Privacy_ScreenCapture or Privacy_Accessibility.\n"
     "\n"
     "Exit status: 0, 1 when it cannot run or runs already, 2 wrong usage.\n";
 
@@ -60,22 +64,6 @@ void quitSoon() {
 void after(std::chrono::duration<double> delay, std::function<void()> then) {
   auto const milliseconds = std::chrono::ceil<std::chrono::milliseconds>(delay);
   QTimer::singleShot(milliseconds, Qt::PreciseTimer, qApp, std::move(then));
-}
-
-/// Other programs write the store of permissions as well; the window and the control tool follow.
-void watchPermission(QFileSystemWatcher& watcher, StoredPermission const& permission, Controls& controls) {
-  auto const store = QString::fromStdString(permission.path());
-  auto const folder = QFileInfo(store).path();
-  auto const review = [&watcher, &controls, store] {
-    controls.review();
-    // A file that was replaced is another file, and is no longer watched.
-    if (!watcher.files().contains(store)) watcher.addPath(store);
-  };
-  QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, &watcher, review);
-  QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &watcher, review);
-  for (auto const& path : {folder, store}) {
-    if (QFile::exists(path)) watcher.addPath(path);
-  }
 }
 
 int run() {
@@ -106,8 +94,8 @@ int run() {
   auto const control =
       ControlService::open(opened.server->connection(), controls, {[&window] { window.settle(); }, quitSoon});
   if (control.service == nullptr) return fail(control.failure);
-  QFileSystemWatcher watcher;
-  watchPermission(watcher, permission, controls);
+  // Other programs write the store of permissions as well; the window and the control tool follow.
+  PermissionWatch const watch(permission.path(), [&controls] { controls.review(); });
 
   QSocketNotifier bus(opened.server->fileDescriptor(), QSocketNotifier::Read);
   auto const process = [&] {
@@ -130,9 +118,10 @@ int main(int argc, char** argv) {
   if (argc == 2 && std::string_view(argv[1]) == "--version") {
     return tell("captureone-sim " MORLA_VERSION "\n", stdout, kDone);
   }
-  if (argc != 1) return tell(kHelp, stderr, kUsage);
+  bool const isPrivacy = (argc == 2 || argc == 3) && std::string_view(argv[1]) == "--privacy";
+  if (argc != 1 && !isPrivacy) return tell(kHelp, stderr, kUsage);
   if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM")) {
     return fail("There is no display.");
   }
-  return run();
+  return isPrivacy ? runPrivacy(argc == 3 ? argv[2] : "") : run();
 }

@@ -7,10 +7,11 @@ import shutil
 from . import french
 
 REPOSITORY = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-PACKAGING = os.path.join(REPOSITORY, "packaging", "linux", "capture-one")
+PACKAGING = os.path.join(REPOSITORY, "packaging", "linux")
 DICTIONARY = os.path.join(REPOSITORY, "src", "captureone", "dictionary.tsv")
 MORLA = "app.morla.MORLA"
 CAPTURE_ONE = "com.captureone.captureone16"
+SETTINGS = "com.apple.systempreferences"
 
 # What a person's own session says of itself must not reach the programs of another one.
 FOREIGN_VARIABLES = {
@@ -64,19 +65,27 @@ def _quoted(path):
     return path
 
 
+def _install(template, folder, program):
+    """The file of that name without ".in" in `folder`."""
+    os.makedirs(folder, exist_ok=True)
+    with open(os.path.join(PACKAGING, template), encoding="utf-8") as file:
+        text = file.read().replace("@CAPTUREONE_SIM@", _quoted(program))
+    with open(os.path.join(folder, os.path.basename(template).removesuffix(".in")), "w", encoding="utf-8") as file:
+        file.write(text)
+
+
 def install_capture_one(applications, data_home, program):
     """Makes the program an installed application: its bundle in the folder `applications`, its service (so that a
-    message starts it) and its .desktop file below `data_home`."""
+    message starts it) and its .desktop file below `data_home`. It is the privacy settings as well, with a .desktop
+    file of their own."""
     contents = os.path.join(applications, "Capture One.app", "Contents")
     os.makedirs(os.path.join(contents, "Resources"), exist_ok=True)
-    shutil.copy(os.path.join(PACKAGING, "Info.plist"), contents)
+    shutil.copy(os.path.join(PACKAGING, "capture-one", "Info.plist"), contents)
     shutil.copy(DICTIONARY, os.path.join(contents, "Resources"))
-    for folder, suffix in (("applications", ".desktop"), ("dbus-1/services", ".service")):
-        os.makedirs(os.path.join(data_home, folder), exist_ok=True)
-        with open(os.path.join(PACKAGING, CAPTURE_ONE + suffix + ".in"), encoding="utf-8") as template:
-            text = template.read().replace("@CAPTUREONE_SIM@", _quoted(program))
-        with open(os.path.join(data_home, folder, CAPTURE_ONE + suffix), "w", encoding="utf-8") as file:
-            file.write(text)
+    entries = os.path.join(data_home, "applications")
+    _install(f"capture-one/{CAPTURE_ONE}.desktop.in", entries, program)
+    _install(f"capture-one/{CAPTURE_ONE}.service.in", os.path.join(data_home, "dbus-1", "services"), program)
+    _install(f"system-settings/{SETTINGS}.desktop.in", entries, program)
 
 
 def allow(data_home):

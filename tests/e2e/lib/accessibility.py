@@ -26,22 +26,30 @@ def _applications(process_id):
     return [each for each in _children(Atspi.get_desktop(0)) if each.get_process_id() == process_id]
 
 
-def find(process_id, role, name, seconds):
-    """The accessible of that role ("push button") and name in the program's windows. Raises AssertionError when there
-    is none within `seconds`."""
+def wait_until(condition, seconds, what):
+    """Asks `condition()` until it gives a true value, and returns that. Raises AssertionError, with `what`, after
+    `seconds`."""
     end = time.monotonic() + seconds
     while True:
         try:
-            for application in _applications(process_id):
-                for each in _below(application):
-                    if each.get_role_name() == role and each.get_name() == name:
-                        return each
+            value = condition()
         except GLib.Error:
-            pass  # it went in the middle of a question
+            value = None  # it went in the middle of a question
+        if value:
+            return value
         if time.monotonic() > end:
-            raise AssertionError(f"no {role} {name!r} in process {process_id} within {seconds} s")
+            raise AssertionError(f"not within {seconds} s: {what}")
         GLib.timeout_add(GLANCE_MILLISECONDS, lambda: False)
         GLib.MainContext.default().iteration(True)
+
+
+def find(process_id, role, name, seconds):
+    """The accessible of that role ("push button") and name, or description, in the program's windows. Raises
+    AssertionError when there is none within `seconds`."""
+    return wait_until(
+        lambda: next((each for application in _applications(process_id) for each in _below(application)
+                      if each.get_role_name() == role and name in (each.get_name(), each.get_description())), None),
+        seconds, f"{role} {name!r} in process {process_id}")
 
 
 def texts(process_id):

@@ -61,6 +61,14 @@ TEST(ActionRequests, ModesToggleAndQuitTerminates) {
   EXPECT_TRUE(world.fake.application.isTerminated);
 }
 
+TEST(ActionRequests, ThePrivacySettingsOpenAtTheirAddress) {
+  AppWorld world;
+  world.start();
+  EXPECT_EQ(world.fake.application.request("openAutomationSettings"), ActionOutcome::done);
+  EXPECT_EQ(world.fake.workspace.openedUrls,
+            std::vector<std::string>{"x-apple.systempreferences:com.apple.preference.security?Privacy_Automation"});
+}
+
 TEST(ActionRequests, AnUnknownNameChangesNothing) {
   AppWorld world;
   world.start();

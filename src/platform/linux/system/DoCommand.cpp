@@ -13,9 +13,9 @@
 namespace morla::linux {
 namespace {
 
-constexpr std::string_view kActions[] = {
-    "openAlerte",       "openSettings",    "openMenuSettings", "openAirdropSettings",
-    "toggleWindowMode", "toggleCheckMode", "checkForUpdates",  "quit"};
+constexpr std::string_view kActions[] = {"openAlerte",          "openSettings",           "openMenuSettings",
+                                         "openAirdropSettings", "toggleWindowMode",       "toggleCheckMode",
+                                         "checkForUpdates",     "openAutomationSettings", "quit"};
 
 /// MORLA answers within a turn of its loop, unless a modal question stands on the screen.
 constexpr std::uint64_t kPatienceMicroseconds = 10'000'000;
