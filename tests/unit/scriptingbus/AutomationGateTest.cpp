@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
+#include <semaphore>
 #include <string>
 #include <vector>
 
@@ -78,6 +80,39 @@ TEST_F(Gate, DoesAsTheUserAnswers) {
     EXPECT_EQ(check(&prompt), error);
     EXPECT_EQ(prompt.asked(), std::vector<std::string>{"Toy"});
   }
+}
+
+/// The user takes the time until `answer`.
+class SlowPrompt final : public ConsentPrompt {
+ public:
+  Permission ask(PermissionQuestion const&, ApplicationInformation const&) override {
+    auto const answered = answered_;
+    waiting_.release();
+    return answered.get();
+  }
+  void waitForScripts(int count) {
+    for (int i = 0; i < count; ++i) waiting_.acquire();
+  }
+  void answer(Permission permission) { answer_.set_value(permission); }
+
+ private:
+  std::counting_semaphore<> waiting_{0};
+  std::promise<Permission> answer_;
+  std::shared_future<Permission> answered_ = answer_.get_future().share();
+};
+
+TEST_F(Gate, HoldsNoScriptUpThatHasItsPermissionWhileOthersWait) {
+  SlowPrompt prompt;
+  AutomationGate const gate(store_, kQuestion.client, &prompt);
+  ASSERT_EQ(store_.set({kQuestion.service, kQuestion.client, "com.example.allowed"}, Permission::allow), std::nullopt);
+  std::vector<std::future<bool>> waiting;
+  for (int i = 0; i < 4; ++i) {
+    waiting.push_back(std::async(std::launch::async, [&] { return !gate.check({"Toy", kQuestion.target}); }));
+  }
+  prompt.waitForScripts(4);
+  EXPECT_FALSE(gate.check({"Allowed", "com.example.allowed"}));
+  prompt.answer(Permission::allow);
+  for (auto& script : waiting) EXPECT_TRUE(script.get());
 }
 
 }  // namespace
