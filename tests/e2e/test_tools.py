@@ -1,13 +1,21 @@
 # desktop: without
-"""The shell tools: stages of a job, and the installer of packages with an apt of paper."""
+"""The smaller tools: stages of a job, permissions given in advance, the installer of packages with an apt of paper."""
 
+import contextlib
+import io
+import json
 import os
 import shutil
 import subprocess
+import sys
 import tempfile
 import unittest
 
 REPOSITORY = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+sys.path.insert(0, os.path.join(REPOSITORY, "tools"))
+
+from desktoplib import home  # noqa: E402
+
 STAGES = os.path.join(REPOSITORY, "tools", "stages.sh")
 
 
@@ -33,6 +41,45 @@ class Stages(unittest.TestCase):
         for seconds, shown in ((0, "0 s"), (59, "59 s"), (60, "1 min 00 s"), (3725, "62 min 05 s")):
             with self.subTest(seconds):
                 self.assertEqual(bash(f"clock {seconds}").stdout, shown + "\n")
+
+
+class Permissions(unittest.TestCase):
+    """Those that are given before MORLA starts."""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.data_home = folder.name
+        os.mkdir(os.path.join(folder.name, "privacy"))
+        self.path = os.path.join(folder.name, "privacy", "permissions.json")
+
+    def after_allowing(self, text=None):
+        if text is not None:
+            with open(self.path, "w", encoding="utf-8") as file:
+                file.write(text)
+        with contextlib.redirect_stderr(io.StringIO()) as self.said:
+            home.allow(self.data_home)
+        with open(self.path, encoding="utf-8") as file:
+            return file.read()
+
+    def test_are_all_given_when_there_are_none(self):
+        self.assertEqual(json.loads(self.after_allowing()), {
+            "automation": {home.MORLA: {home.CAPTURE_ONE: "allow"}},
+            "screenRecording": {home.MORLA: "allow"}, "accessibility": {home.MORLA: "allow"}})
+
+    def test_leave_what_was_decided(self):
+        store = json.loads(self.after_allowing(json.dumps({
+            "automation": {home.MORLA: {home.CAPTURE_ONE: "undecided"}, "another": {"x": "deny"}},
+            "accessibility": {home.MORLA: "deny"}})))
+        self.assertEqual(store["automation"], {home.MORLA: {home.CAPTURE_ONE: "undecided"}, "another": {"x": "deny"}})
+        self.assertEqual(store["accessibility"], {home.MORLA: "deny"})
+        self.assertEqual(store["screenRecording"], {home.MORLA: "allow"})
+
+    def test_leave_a_damaged_store_alone_and_say_so(self):
+        for damaged in ('{"automation":', "[]", '{"automation": ["x"]}', ""):
+            with self.subTest(damaged):
+                self.assertEqual(self.after_allowing(damaged), damaged)
+                self.assertIn("is damaged", self.said.getvalue())
 
 
 class Packages(unittest.TestCase):

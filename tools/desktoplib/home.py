@@ -1,8 +1,10 @@
 """A home folder of its own: the XDG folders, the simulated Capture One installed in it, the permissions given."""
 
+import fcntl
 import json
 import os
 import shutil
+import sys
 
 from . import french
 
@@ -89,18 +91,27 @@ def install_capture_one(applications, data_home, program):
 
 
 def allow(data_home):
-    """Gives MORLA every permission about which nothing is stored yet."""
+    """Gives MORLA every permission about which nothing is stored yet. A store that cannot be understood is left to
+    MORLA, which keeps it."""
     path = os.path.join(data_home, "privacy", "permissions.json")
-    try:
-        with open(path, encoding="utf-8") as file:
-            store = json.load(file)
-    except FileNotFoundError:
-        store = {}
-    store.setdefault("automation", {}).setdefault(MORLA, {}).setdefault(CAPTURE_ONE, "allow")
-    for permission in ("screenRecording", "accessibility"):
-        store.setdefault(permission, {}).setdefault(MORLA, "allow")
     os.makedirs(os.path.dirname(path), mode=0o700, exist_ok=True)
-    with open(path + ".new", "w", encoding="utf-8") as file:
-        json.dump(store, file, indent=2)
-        file.write("\n")
-    os.replace(path + ".new", path)
+    with open(path + ".lock", "a", encoding="utf-8") as lock:
+        fcntl.flock(lock, fcntl.LOCK_EX)  # all who write the store do
+        try:
+            with open(path, encoding="utf-8") as file:
+                store = json.load(file)
+        except FileNotFoundError:
+            store = {}
+        except ValueError:
+            store = None
+        try:
+            store.setdefault("automation", {}).setdefault(MORLA, {}).setdefault(CAPTURE_ONE, "allow")
+            for permission in ("screenRecording", "accessibility"):
+                store.setdefault(permission, {}).setdefault(MORLA, "allow")
+        except AttributeError:
+            print(f"{path} is damaged; nothing is allowed in advance", file=sys.stderr)
+            return
+        with open(path + ".new", "w", encoding="utf-8") as file:
+            json.dump(store, file, indent=2)
+            file.write("\n")
+        os.replace(path + ".new", path)
