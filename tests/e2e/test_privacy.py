@@ -6,9 +6,11 @@ import json
 import os
 import shutil
 import signal
+import subprocess
+import unittest.mock
 
 from lib import accessibility
-from lib.morlatest import SECONDS, DesktopTest, control, main, morla, programs, script, xdotool
+from lib.morlatest import SECONDS, DesktopTest, Display, control, main, morla, programs, script, xdotool
 
 # What the consent window is called.
 CONSENT = "Autorisation"
@@ -168,6 +170,32 @@ class Consent(PrivacyTest):
         self.expect("permissionState", "ready")
         self.expect("lastDetectedFormat", "NOT_RUNNING")
         self.assertEqual(control("get", "events", check=False), "", "something started Capture One")
+
+
+class LostDisplay(PrivacyTest):
+    def start_server(self):
+        """Another X server, without a window manager, and its name."""
+        reader, writer = os.pipe()
+        server = subprocess.Popen(["Xvfb", "-displayfd", str(writer), "-screen", "0", "800x600x24", "-nolisten", "tcp"],
+                                  pass_fds=[writer], stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(server.wait)
+        self.addCleanup(server.kill)
+        os.close(writer)
+        with os.fdopen(reader, encoding="ascii") as report:
+            return server, ":" + report.readline().strip()
+
+    def test_the_program_ends_when_its_display_goes_while_it_asks(self):
+        server, name = self.start_server()
+        with unittest.mock.patch.dict(os.environ, DISPLAY=name):
+            self.start_morla()
+        other = Display(name)
+        asks = other.wait_until(lambda: any(other.text(each, "_NET_WM_NAME") == CONSENT and other.geometry(each)
+                                            for each in other.children()), SECONDS)
+        other.close()
+        self.assertTrue(asks, "the consent window is not there")
+        server.kill()
+        self.assertEqual(self.desktop.morla.wait(SECONDS), 1)
+        self.assertEqual(self.stored(), "undecided")
 
 
 class Poll(PrivacyTest):

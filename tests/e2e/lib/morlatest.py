@@ -16,7 +16,7 @@ from desktoplib.programs import control, morla, xdotool  # noqa: E402
 from desktoplib.trace import panel, published, ready, script  # noqa: E402
 from desktoplib.xlib import Display  # noqa: E402
 
-__all__ = ["BUTTON", "DesktopTest", "REPOSITORY", "SECONDS", "control", "main", "morla", "panel", "programs",
+__all__ = ["BUTTON", "DesktopTest", "Display", "REPOSITORY", "SECONDS", "control", "main", "morla", "panel", "programs",
            "published", "ready", "script", "xdotool"]
 
 # What the window, and the panel in the trace, are called.
