@@ -115,18 +115,16 @@ TEST(AskForConsent, CanBeTakenBackFromWithinTheAnswer) {
 }
 
 double luminance(QColor const& colour) {
-  auto const linear = [](double part) {
+  auto const linear = [](int value) {
+    double const part = value / 255.0;
     return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
   };
-  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+  return 0.2126 * linear(colour.red()) + 0.7152 * linear(colour.green()) + 0.0722 * linear(colour.blue());
 }
 
 QColor over(QColor const& below, QColor const& above) {
-  auto const mix = [&](double a, double b) {
-    return static_cast<float>(a + (b - a) * static_cast<double>(above.alphaF()));
-  };
-  return QColor::fromRgbF(mix(below.redF(), above.redF()), mix(below.greenF(), above.greenF()),
-                          mix(below.blueF(), above.blueF()));
+  auto const mix = [&](int a, int b) { return a + (b - a) * above.alpha() / 255; };
+  return {mix(below.red(), above.red()), mix(below.green(), above.green()), mix(below.blue(), above.blue())};
 }
 
 /// As the guidelines for accessible contents define it, from 1 to 21.
