@@ -15,6 +15,9 @@ namespace {
 
 using Refusal = Controls::Refusal;
 
+constexpr char kAutomation[] = "automation";
+constexpr char kEvents[] = "events";
+
 /// Fit for a message: foreign bytes are made UTF-8.
 std::string shown(std::string_view text) {
   return Json(text).text();
@@ -84,7 +87,14 @@ Controls::Controls(Model& model, AutomationPermission& automation)
   addFaultKeys();
   addAutomationKey();
   last_ = snapshot();
-  modelChanges_ = model_.onChange([this] { review(); });
+  modelChanges_ = model_.onChange([this] {
+    Snapshot now;
+    for (auto const& each : entries_) {
+      if (each.isOfModel) now.emplace(each.key, each.get());
+    }
+    tellChanges(now);
+  });
+  modelEvents_ = model_.onEvent([this] { tellChanges({{kEvents, *get(kEvents)}}); });
 }
 
 void Controls::addDocumentKeys() {
@@ -205,18 +215,19 @@ void Controls::addFaultKeys() {
                         faults.setReply(text);
                         return {};
                       }});
-  entries_.push_back({"events", [&faults] { return std::to_string(faults.events()); }, {}});
+  entries_.push_back({kEvents, [&faults] { return std::to_string(faults.events()); }, {}});
 }
 
 void Controls::addAutomationKey() {
-  entries_.push_back({"automation", [this] { return std::string(captureone::textOf(automation_.read())); },
+  entries_.push_back({kAutomation, [this] { return std::string(captureone::textOf(automation_.read())); },
                       [this](std::string const& text) -> Refusal {
                         auto const decision = automationFrom(text);
                         if (!decision) return "expected allow, deny or undecided, not " + shown(text);
                         if (!automation_.write(*decision)) return "the store of permissions cannot be written";
                         review();
                         return {};
-                      }});
+                      },
+                      /*isOfModel=*/false});
 }
 
 Controls::Entry const* Controls::find(std::string_view key) const {
@@ -238,6 +249,7 @@ Controls::Refusal Controls::set(std::string_view key, std::string const& value) 
 
 void Controls::reset() {
   if (automation_.read() != automationAtStart_) automation_.write(automationAtStart_);
+  review();
   model_.reset();
 }
 
@@ -258,13 +270,16 @@ Subscription Controls::onChange(std::function<void(Snapshot const&)> observer) {
 }
 
 void Controls::review() {
-  auto now = snapshot();
+  tellChanges({{kAutomation, *get(kAutomation)}});
+}
+
+void Controls::tellChanges(Snapshot const& now) {
   Snapshot changed;
   for (auto const& [key, value] : now) {
     if (last_[key] != value) changed.emplace(key, value);
   }
   if (changed.empty()) return;
-  last_ = std::move(now);
+  for (auto const& [key, value] : changed) last_[key] = value;
   observers_.call(changed);
 }
 

@@ -35,7 +35,7 @@ class Controls {
   /// Tells the keys whose values have changed, with what they are now, after each change of the model or of the
   /// permission by a key.
   Subscription onChange(std::function<void(Snapshot const& changed)> observer);
-  /// To be called when something outside, the permission, may have changed.
+  /// To be called when the permission may have been changed from outside.
   void review();
 
  private:
@@ -43,6 +43,7 @@ class Controls {
     std::string key;
     std::function<std::string()> get;
     std::function<Refusal(std::string const&)> set;  ///< empty: the key can be read only
+    bool isOfModel = true;                           ///< changes with the model alone
   };
   void addDocumentKeys();
   void addCameraKeys();
@@ -50,6 +51,8 @@ class Controls {
   void addFaultKeys();
   void addAutomationKey();
   [[nodiscard]] Entry const* find(std::string_view key) const;
+  /// Tells of those keys of `now` whose values are not what they were.
+  void tellChanges(Snapshot const& now);
 
   Model& model_;
   AutomationPermission& automation_;
@@ -58,6 +61,7 @@ class Controls {
   Snapshot last_;
   ObserverList<Snapshot const&> observers_;
   Subscription modelChanges_;
+  Subscription modelEvents_;
 };
 
 }  // namespace morla::captureone

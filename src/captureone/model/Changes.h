@@ -8,7 +8,8 @@
 namespace morla::captureone {
 
 /// The one place that tells of any change of the simulated application: after the change, once per change, whatever
-/// part of the model it was in. Main thread.
+/// part of the model it was in. Events are told apart: a script sends many a second, and all they change is their
+/// count. Main thread.
 class Changes {
  public:
   Changes() = default;
@@ -24,6 +25,9 @@ class Changes {
     }
     observers_.call();
   }
+
+  Subscription observeEvents(std::function<void()> observer) { return events_.add(std::move(observer)); }
+  void announceEvent() { events_.call(); }
 
   /// While one lives, changes are not told; when the last one ends they are told as one.
   class Batch {
@@ -41,6 +45,7 @@ class Changes {
 
  private:
   ObserverList<> observers_;
+  ObserverList<> events_;
   int held_ = 0;
   bool isDue_ = false;
 };

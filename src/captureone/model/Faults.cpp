@@ -17,7 +17,7 @@ Faults::Verdict Faults::nextEvent() {
   } else if (silence_ == Silence::on) {
     verdict.outcome = Outcome::staySilent;
   }
-  changes_.announce();
+  changes_.announceEvent();
   return verdict;
 }
 

@@ -29,7 +29,10 @@ class Model {
     if (std::exchange(isFrontmost_, isFrontmost) != isFrontmost) changes_.announce();
   }
 
+  /// Any change but that of the count of events.
   Subscription onChange(std::function<void()> observer) { return changes_.observe(std::move(observer)); }
+  /// An event has been counted.
+  Subscription onEvent(std::function<void()> observer) { return changes_.observeEvents(std::move(observer)); }
 
   /// Back to how the program starts, told as one change.
   void reset() {

@@ -43,7 +43,7 @@ FaultPanel::FaultPanel(Model& model, Controls& controls, QWidget* parent)
   automation_->addItem(QStringLiteral("À demander"), QStringLiteral("undecided"));
   connect(automation_, &QComboBox::activated, this, [this] {
     // A store that cannot be written stays what it is, and is shown again.
-    if (controls_.set("automation", automation_->currentData().toString().toStdString())) refresh();
+    if (controls_.set("automation", automation_->currentData().toString().toStdString())) refreshAutomation();
   });
   section->addRow(QStringLiteral("Automatisation"), automation_);
 
@@ -88,13 +88,16 @@ FaultPanel::FaultPanel(Model& model, Controls& controls, QWidget* parent)
   section->addRow(QStringLiteral("Réponse"), reply_);
 }
 
+void FaultPanel::refreshAutomation() {
+  automation_->setCurrentIndex(automation_->findData(QString::fromStdString(controls_.get("automation").value_or(""))));
+}
+
 void FaultPanel::refresh() {
   QSignalBlocker const quietDelay(delay_);
   QSignalBlocker const quietSilent(silent_);
   QSignalBlocker const quietQuit(quitAt_);
   QSignalBlocker const quietRefuse(refuseAt_);
   auto const& faults = model_.faults();
-  automation_->setCurrentIndex(automation_->findData(QString::fromStdString(controls_.get("automation").value_or(""))));
   delay_->setValue(faults.delay().count());
   silent_->setChecked(faults.silence() == Silence::on);
   quitAt_->setValue(shown(faults.quitAtEvent()));

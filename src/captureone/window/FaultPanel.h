@@ -18,6 +18,8 @@ class FaultPanel final : public QWidget {
  public:
   FaultPanel(Model& model, Controls& controls, QWidget* parent);
   void refresh();
+  /// Reads the user's store of permissions, which `refresh` does not.
+  void refreshAutomation();
 
  private:
   Model& model_;

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <QVBoxLayout>
+#include <chrono>
 
 #include "captureone/window/CameraPanel.h"
 #include "captureone/window/DocumentArea.h"
@@ -13,6 +14,11 @@
 #include "captureone/window/Style.h"
 
 namespace morla::captureone {
+
+using namespace std::chrono_literals;
+
+/// Drawing between two events of a script makes it wait several times as long as the second one takes.
+static constexpr auto kEventsAreShownAfter = 100ms;
 
 MainWindow::MainWindow(Model& model, Controls& controls, QString const& title) : model_(model), controls_(controls) {
   setWindowTitle(title);
@@ -33,11 +39,18 @@ MainWindow::MainWindow(Model& model, Controls& controls, QString const& title) :
   setMinimumSize(820, 440);
   resize(980, 620);
 
+  eventsDue_.setSingleShot(true);
+  eventsDue_.setInterval(kEventsAreShownAfter);
+  connect(&eventsDue_, &QTimer::timeout, this, &MainWindow::showEvents);
   modelChanges_ = model_.onChange([this] { refresh(); });
+  modelEvents_ = model_.onEvent([this] {
+    if (!eventsDue_.isActive()) eventsDue_.start();
+  });
   // The one thing shown here that is not in the model.
   keyChanges_ = controls_.onChange([this](Controls::Snapshot const& changed) {
-    if (changed.contains("automation")) faults_->refresh();
+    if (changed.contains("automation")) faults_->refreshAutomation();
   });
+  faults_->refreshAutomation();
   refresh();
 }
 
@@ -95,6 +108,10 @@ void MainWindow::refresh() {
   camera_->refresh();
   faults_->refresh();
   documents_->refresh();
+  showEvents();
+}
+
+void MainWindow::showEvents() {
   auto const events = model_.faults().events();
   events_->setText(events == 0   ? QStringLiteral("Aucun événement reçu")
                    : events == 1 ? QStringLiteral("1 événement reçu")
@@ -102,6 +119,10 @@ void MainWindow::refresh() {
 }
 
 void MainWindow::settle() {
+  if (eventsDue_.isActive()) {
+    eventsDue_.stop();
+    showEvents();
+  }
   // Layouts follow their contents by posted events; drawing before them would draw the old places.
   QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
   if (isVisible()) repaint();

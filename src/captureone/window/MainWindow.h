@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QTimer>
 
 #include "captureone/control/Controls.h"
 #include "captureone/model/Model.h"
@@ -13,7 +14,8 @@ class CameraPanel;
 class DocumentArea;
 class FaultPanel;
 
-/// The simulator's window. A person can change here whatever a key can. It shows the model as it is at any moment.
+/// The simulator's window. A person can change here whatever a key can. It shows the model as it is at any moment;
+/// only the count of events comes a little later.
 class MainWindow final : public QMainWindow {
  public:
   /// Both must outlive the window.
@@ -30,6 +32,7 @@ class MainWindow final : public QMainWindow {
   [[nodiscard]] QWidget* makeColumn();
   [[nodiscard]] QWidget* makeFooter();
   void refresh();
+  void showEvents();
 
   Model& model_;
   Controls& controls_;
@@ -37,7 +40,9 @@ class MainWindow final : public QMainWindow {
   FaultPanel* faults_ = nullptr;
   DocumentArea* documents_ = nullptr;
   QLabel* events_ = nullptr;
+  QTimer eventsDue_;
   Subscription modelChanges_;
+  Subscription modelEvents_;
   Subscription keyChanges_;
 };
 

@@ -11,7 +11,10 @@ namespace {
 
 class RememberedPermission final : public AutomationPermission {
  public:
-  Automation read() const override { return decision; }
+  Automation read() const override {
+    ++reads;
+    return decision;
+  }
   bool write(Automation next) override {
     if (!isWritable) return false;
     decision = next;
@@ -19,6 +22,7 @@ class RememberedPermission final : public AutomationPermission {
   }
   Automation decision = Automation::undecided;
   bool isWritable = true;
+  mutable int reads = 0;
 };
 
 class ControlsTest : public ::testing::Test {
@@ -136,13 +140,28 @@ TEST_F(ControlsTest, TellsTheKeysThatChangedWithTheirValues) {
   EXPECT_EQ(told, (Controls::Snapshot{{"automation", "deny"}}));
 }
 
+TEST_F(ControlsTest, AnEventTellsItsCountAloneAndReadsNoPermission) {
+  Controls::Snapshot told;
+  auto const subscription = controls_.onChange([&](Controls::Snapshot const& changed) { told = changed; });
+  permission_.reads = 0;
+  (void)model_.faults().nextEvent();
+  EXPECT_EQ(told, (Controls::Snapshot{{"events", "1"}}));
+  EXPECT_EQ(permission_.reads, 0);
+  ASSERT_TRUE(set("camera.iso", "9"));
+  EXPECT_EQ(told, (Controls::Snapshot{{"camera.iso", "9"}}));
+  EXPECT_EQ(permission_.reads, 0) << "a change of the model is none of the permission";
+}
+
 TEST_F(ControlsTest, ResetBringsBackThePermissionThatWasFoundNotAnother) {
   permission_.decision = Automation::allow;
   Controls controls(model_, permission_);
   ASSERT_EQ(controls.set("automation", "deny"), std::nullopt);
   ASSERT_EQ(controls.set("document.open", "5"), std::nullopt);
+  Controls::Snapshot told;
+  auto const observer = controls.onChange([&](auto const& changed) { told.insert(changed.begin(), changed.end()); });
   controls.reset();
   EXPECT_EQ(permission_.decision, Automation::allow);
+  EXPECT_EQ(told, (Controls::Snapshot{{"automation", "allow"}, {"document.open", "1"}}));
   EXPECT_EQ(controls.get("document.open"), "1");
 }
 

@@ -208,6 +208,15 @@ TEST_F(ModelTest, CountsEventsAndStrikesAtTheOneThatWasAskedForOnly) {
   EXPECT_EQ(faults.events(), 4);
 }
 
+TEST_F(ModelTest, CountingAnEventIsToldApartFromChanges) {
+  int events = 0;
+  auto const observer = model_.onEvent([&] { events = static_cast<int>(model_.faults().events()); });
+  changes_ = 0;
+  (void)model_.faults().nextEvent();
+  EXPECT_EQ(events, 1);
+  EXPECT_EQ(changes_, 0) << "whoever shows the model would draw all of it anew at every event";
+}
+
 TEST_F(ModelTest, SettingTheSameNumberAgainStartsTheCountAgain) {
   auto& faults = model_.faults();
   faults.setQuitAtEvent(2);
