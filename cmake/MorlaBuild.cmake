@@ -15,6 +15,8 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 
 set(MORLA_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them: address,undefined or thread")
 
+option(MORLA_FUZZ "Build everything for libFuzzer, and of the tests only the fuzz targets; clang only" OFF)
+
 find_package(Threads REQUIRED)
 
 add_library(morla_options INTERFACE)
@@ -32,6 +34,11 @@ if(MORLA_SANITIZE)
   target_compile_options(morla_options INTERFACE
     -fsanitize=${MORLA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(morla_options INTERFACE -fsanitize=${MORLA_SANITIZE})
+endif()
+if(MORLA_FUZZ)
+  # Counts the branches that an input takes; the targets themselves are linked with the fuzzer.
+  target_compile_options(morla_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_compile_definitions(morla_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
 
 # morla_library(NAME SOURCES a.cpp ... [DEPENDS lib ...] [PRIVATE lib ...])

@@ -21,10 +21,14 @@ static std::optional<std::string> textOf(pugi::xml_node dictionary, char const* 
 }
 
 std::optional<platform::BundleInformation> readBundle(std::string const& bundlePath) {
+  auto const file = readRegularFile(bundlePath + "/Contents/Info.plist");
+  return file.text ? readInfoPlist(*file.text) : std::nullopt;
+}
+
+std::optional<platform::BundleInformation> readInfoPlist(std::string_view text) {
   pugi::xml_document document;
   auto const options = pugi::parse_default | pugi::parse_ws_pcdata_single;
-  auto const file = readRegularFile(bundlePath + "/Contents/Info.plist");
-  if (!file.text || !document.load_buffer(file.text->data(), file.text->size(), options)) return std::nullopt;
+  if (!document.load_buffer(text.data(), text.size(), options)) return std::nullopt;
   auto const dictionary = document.child("plist").child("dict");
   if (!dictionary) return std::nullopt;
   return platform::BundleInformation{textOf(dictionary, "CFBundleIdentifier"), textOf(dictionary, "CFBundleName"),
