@@ -57,16 +57,24 @@ static EventError failureOf(Lease& lease, std::string const& owner, int result, 
   return isTimeOut ? timedOut() : connectionInvalid();
 }
 
-EventReply AppleEventClient::send(std::string const& busName, AppleEvent const& event, Launching launching) {
+/// Nothing was delivered, for there is nobody of that unique name any more.
+static bool hasNotArrived(BusError const& error) {
+  return error.is(SD_BUS_ERROR_NAME_HAS_NO_OWNER) || error.is(SD_BUS_ERROR_SERVICE_UNKNOWN);
+}
+
+EventReply AppleEventClient::send(std::string const& busName, AppleEvent const& event, Launching launching,
+                                  KnownOwners& owners) {
   auto lease = pool_.acquire();
   if (!lease) return notRunning();
-  auto owner = ownerOf(lease->bus(), busName);
+  bool const wasKnown = owners.contains(busName);
+  auto owner = wasKnown ? std::optional(owners[busName]) : ownerOf(lease->bus(), busName);
   if (!owner) {
     if (launching == Launching::never) return notRunning();
     if (auto const problem = start(*lease, busName, event.timeout)) return *problem;
     owner = ownerOf(lease->bus(), busName);
     if (!owner) return notRunning();
   }
+  owners[busName] = *owner;
   // To the unique name: an application that ends and is started again meanwhile is another one, which knows nothing of
   // this event.
   auto const call = newApplicationCall(lease->bus(), *owner, kScriptingInterface, "Send");
@@ -75,15 +83,21 @@ EventReply AppleEventClient::send(std::string const& busName, AppleEvent const& 
   BusError error;
   sd_bus_message* reply = nullptr;
   int const result = sd_bus_call(lease->bus(), call.get(), microseconds(event.timeout), error.out(), &reply);
-  if (result < 0) return failureOf(*lease, *owner, result, error);
-  return readReply(MessagePointer(reply).get());
+  if (result >= 0) return readReply(MessagePointer(reply).get());
+  if (wasKnown && hasNotArrived(error)) {
+    // It ended between two events; whoever owns the name now is asked for.
+    owners.erase(busName);
+    return send(busName, event, launching, owners);
+  }
+  return failureOf(*lease, *owner, result, error);
 }
 
-AppleEventClient::DictionaryAnswer AppleEventClient::dictionary(std::string const& busName) {
+AppleEventClient::DictionaryAnswer AppleEventClient::dictionary(std::string const& busName, KnownOwners& owners) {
   auto lease = pool_.acquire();
   if (!lease) return {nullptr, "There is no session bus."};
-  auto const owner = ownerOf(lease->bus(), busName);
+  auto const owner = owners.contains(busName) ? std::optional(owners[busName]) : ownerOf(lease->bus(), busName);
   if (!owner) return {nullptr, "Nobody owns " + busName + "."};
+  owners[busName] = *owner;
   {
     std::lock_guard const lock(mutex_);
     auto const found = dictionaries_.find(busName);

@@ -8,6 +8,7 @@
 #include "applescript/AppleEvent.h"
 #include "applescript/Dictionary.h"
 #include "scriptingbus/ConnectionPool.h"
+#include "scriptingbus/KnownOwners.h"
 
 namespace morla::scriptingbus {
 
@@ -24,7 +25,11 @@ class AppleEventClient {
     std::string problem;
   };
   /// The terms of the application that runs as `busName`, asked for once in its life. Starts nothing.
-  [[nodiscard]] DictionaryAnswer dictionary(std::string const& busName);
+  [[nodiscard]] DictionaryAnswer dictionary(std::string const& busName) {
+    KnownOwners unknown;
+    return dictionary(busName, unknown);
+  }
+  [[nodiscard]] DictionaryAnswer dictionary(std::string const& busName, KnownOwners& owners);
 
   /// What becomes of an event to an application that does not run.
   enum class Launching { asNeeded, never };
@@ -38,7 +43,13 @@ class AppleEventClient {
   ///     -1708  it is not scriptable
   ///     -1712  no reply in time; a later one is ignored
   [[nodiscard]] applescript::EventReply send(std::string const& busName, applescript::AppleEvent const& event,
-                                             Launching launching = Launching::asNeeded);
+                                             Launching launching = Launching::asNeeded) {
+    KnownOwners unknown;
+    return send(busName, event, launching, unknown);
+  }
+  /// The same to the owner that is known, as long as there is one of that unique name.
+  [[nodiscard]] applescript::EventReply send(std::string const& busName, applescript::AppleEvent const& event,
+                                             Launching launching, KnownOwners& owners);
 
  private:
   struct CachedDictionary {

@@ -24,11 +24,12 @@ bool ApplicationDirectory::isRunning(std::string const& busName) {
   return lease && hasOwner(lease->bus(), busName);
 }
 
-std::optional<std::string> ApplicationDirectory::nameOf(std::string const& busName) {
+std::optional<std::string> ApplicationDirectory::nameOf(std::string const& busName, KnownOwners& owners) {
   auto lease = pool_.acquire();
   if (!lease) return std::nullopt;
   auto uniqueName = ownerOf(lease->bus(), busName);
   if (!uniqueName) return std::nullopt;
+  owners[busName] = *uniqueName;
   Owner const owner{busName, std::move(*uniqueName)};
   askForNames(*lease, {owner});
   return knownName(owner);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "scriptingbus/ConnectionPool.h"
+#include "scriptingbus/KnownOwners.h"
 
 namespace morla::scriptingbus {
 
@@ -32,7 +33,12 @@ class ApplicationDirectory {
 
   /// The localized name of the application that runs as `busName`; nothing when none does, or when it is not scriptable
   /// or silent.
-  [[nodiscard]] std::optional<std::string> nameOf(std::string const& busName);
+  [[nodiscard]] std::optional<std::string> nameOf(std::string const& busName) {
+    KnownOwners unknown;
+    return nameOf(busName, unknown);
+  }
+  /// The same; whoever it is is known then.
+  [[nodiscard]] std::optional<std::string> nameOf(std::string const& busName, KnownOwners& owners);
 
   /// Whichever came to the bus first is first. An application that is silent is left out.
   [[nodiscard]] std::vector<ScriptableApplication> scriptableApplications();

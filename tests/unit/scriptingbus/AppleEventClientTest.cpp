@@ -63,6 +63,8 @@ class HoldingHandler {
   std::promise<void> holding_;
 };
 
+using Launching = AppleEventClient::Launching;
+
 class AppleEventClientTest : public ::testing::Test {
  protected:
   support::PrivateBus bus_;
@@ -158,6 +160,50 @@ TEST_F(AppleEventClientTest, NoticesAtOnceThatTheOwnerVanishedWhileAReplyWasDue)
   EXPECT_EQ(messageOf(reply), "Connection is invalid.");
   EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
   EXPECT_FALSE(ApplicationDirectory(pool_).isRunning(kName));
+}
+
+TEST_F(AppleEventClientTest, SendsToTheOwnerThatIsKnownWithoutAskingAgain) {
+  HoldingHandler holding;
+  ServerThread const server(servedAs(kName), holding.handler());
+  ServerThread const other(servedAs("com.example.other"),
+                           [](AppleEvent const&, ScriptingServer::Answer const& answer) { answer("the other"); });
+  KnownOwners owners;
+  EXPECT_EQ(errorNumber(client_.send(kName, eventNamed("echo"_code), Launching::never, owners)), 0);
+  ASSERT_TRUE(owners.contains(kName));
+  ASSERT_NE(client_.dictionary("com.example.other", owners).dictionary, nullptr);
+  owners[kName] = owners["com.example.other"];
+  EXPECT_TRUE(std::get<Value>(client_.send(kName, eventNamed("echo"_code), Launching::never, owners)) ==
+              Value("the other"));
+}
+
+TEST_F(AppleEventClientTest, LooksForTheNextOwnerWhenTheKnownOneHasGone) {
+  auto const answering = [](char const* text) {
+    return [text](AppleEvent const&, ScriptingServer::Answer const& answer) { answer(text); };
+  };
+  KnownOwners owners;
+  std::optional<ServerThread> server;
+  auto const end = [&] {
+    server.reset();
+    // The bus may hear of the end of a connection after what comes on another one.
+    while (ApplicationDirectory(pool_).isRunning(owners[kName])) {
+    }
+  };
+  server.emplace(servedAs(kName), answering("first"));
+  ASSERT_EQ(errorNumber(client_.send(kName, eventNamed("echo"_code), Launching::never, owners)), 0);
+  end();
+  EXPECT_EQ(errorNumber(client_.send(kName, eventNamed("echo"_code), Launching::never, owners)),
+            errors::kApplicationNotRunning);
+  server.emplace(servedAs(kName), answering("second"));
+  ASSERT_EQ(errorNumber(client_.send(kName, eventNamed("echo"_code), Launching::never, owners)), 0);
+  end();
+  server.emplace(servedAs(kName), answering("third"));
+  EXPECT_TRUE(std::get<Value>(client_.send(kName, eventNamed("echo"_code), Launching::never, owners)) ==
+              Value("third"));
+  end();
+  bus_.installService(kName, MORLA_TOY_PROGRAM);
+  EXPECT_TRUE(std::get<Value>(client_.send(kName, eventNamed("echo"_code, "hi"), Launching::asNeeded, owners)) ==
+              Value("hi"))
+      << "it is started";
 }
 
 TEST_F(AppleEventClientTest, SaysThatABusNameWithoutTheInterfaceIsNotScriptable) {

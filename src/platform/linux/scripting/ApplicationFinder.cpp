@@ -14,18 +14,21 @@ static std::optional<ApplicationInformation> informationOf(std::optional<Install
   return ApplicationInformation{bundle->name, bundle->identifier};
 }
 
-std::optional<ApplicationInformation> ApplicationFinder::locate(ApplicationReference const& reference) {
+std::optional<ApplicationInformation> ApplicationFinder::locate(ApplicationReference const& reference,
+                                                                scriptingbus::KnownOwners& owners) {
   if (reference.kind == ApplicationReference::Kind::name) {
-    if (auto const running = runningNamed(reference.text)) return running;
+    if (auto const running = runningNamed(reference.text, owners)) return running;
     return informationOf(installed_.named(reference.text));
   }
-  if (auto name = running_.nameOf(reference.text)) return ApplicationInformation{std::move(*name), reference.text};
+  if (auto name = running_.nameOf(reference.text, owners))
+    return ApplicationInformation{std::move(*name), reference.text};
   return informationOf(installed_.identifiedBy(reference.text));
 }
 
 bool ApplicationFinder::isRunning(ApplicationReference const& reference) {
   if (reference.kind == ApplicationReference::Kind::name) {
-    if (runningNamed(reference.text)) return true;
+    scriptingbus::KnownOwners unused;
+    if (runningNamed(reference.text, unused)) return true;
   } else if (running_.isRunning(reference.text)) {
     return true;
   }
@@ -35,14 +38,15 @@ bool ApplicationFinder::isRunning(ApplicationReference const& reference) {
   return bundle && running_.isRunning(bundle->identifier);
 }
 
-std::optional<ApplicationInformation> ApplicationFinder::runningNamed(std::string const& name) {
+std::optional<ApplicationInformation> ApplicationFinder::runningNamed(std::string const& name,
+                                                                      scriptingbus::KnownOwners& owners) {
   std::string remembered;
   {
     std::lock_guard const lock(mutex_);
     if (auto const found = busNameOf_.find(name); found != busNameOf_.end()) remembered = found->second;
   }
   if (!remembered.empty()) {
-    auto const answer = running_.nameOf(remembered);
+    auto const answer = running_.nameOf(remembered, owners);
     if (answer && unicode::equalsIgnoringCase(*answer, name)) return ApplicationInformation{*answer, remembered};
   }
   for (auto const& application : running_.scriptableApplications()) {

@@ -20,13 +20,15 @@ class ApplicationFinder {
   ApplicationFinder(ApplicationFinder const&) = delete;
   ApplicationFinder& operator=(ApplicationFinder const&) = delete;
 
+  /// Whoever is found running is in `owners` then.
   [[nodiscard]] std::optional<applescript::ApplicationInformation> locate(
-      applescript::ApplicationReference const& reference);
+      applescript::ApplicationReference const& reference, scriptingbus::KnownOwners& owners);
   [[nodiscard]] bool isRunning(applescript::ApplicationReference const& reference);
   [[nodiscard]] Bundles const& installed() const { return installed_; }
 
  private:
-  [[nodiscard]] std::optional<applescript::ApplicationInformation> runningNamed(std::string const& name);
+  [[nodiscard]] std::optional<applescript::ApplicationInformation> runningNamed(std::string const& name,
+                                                                                scriptingbus::KnownOwners& owners);
 
   scriptingbus::ApplicationDirectory& running_;
   Bundles installed_;

@@ -15,7 +15,7 @@ using applescript::EventReply;
 using applescript::ShellResult;
 
 std::optional<ApplicationInformation> ScriptHost::locate(ApplicationReference const& reference) {
-  return services_.finder.locate(reference);
+  return services_.finder.locate(reference, owners_);
 }
 
 bool ScriptHost::isRunning(ApplicationReference const& reference) {
@@ -23,7 +23,8 @@ bool ScriptHost::isRunning(ApplicationReference const& reference) {
 }
 
 std::shared_ptr<Dictionary const> ScriptHost::dictionary(ApplicationInformation const& application) {
-  if (auto answer = services_.events.dictionary(application.identifier); answer.dictionary) return answer.dictionary;
+  auto const answer = services_.events.dictionary(application.identifier, owners_);
+  if (answer.dictionary) return answer.dictionary;
   auto const bundle = services_.finder.installed().identifiedBy(application.identifier);
   auto const table = bundle ? Bundles::dictionaryOf(*bundle) : std::nullopt;
   if (!table) return nullptr;
@@ -41,7 +42,7 @@ EventReply ScriptHost::send(ApplicationInformation const& application, AppleEven
   if (auto refusal = services_.gate.check(application)) return std::move(*refusal);
   using Launching = scriptingbus::AppleEventClient::Launching;
   auto const launching = answered_.contains(application.identifier) ? Launching::never : Launching::asNeeded;
-  auto reply = services_.events.send(application.identifier, event, launching);
+  auto reply = services_.events.send(application.identifier, event, launching, owners_);
   // An error of its own is an answer as well.
   auto const* const error = std::get_if<EventError>(&reply);
   if (error == nullptr || error->number != applescript::errors::kApplicationNotRunning) {

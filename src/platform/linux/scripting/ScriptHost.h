@@ -52,6 +52,7 @@ class ScriptHost final : public applescript::Host {
  private:
   ScriptingServices& services_;
   std::function<void(std::string const&)> log_;
+  scriptingbus::KnownOwners owners_;
   /// The identifiers of those that have answered since their `tell` was entered. One that ends then has been ended by
   /// somebody, and the rest of the block must not start it again.
   std::set<std::string> answered_;
