@@ -25,14 +25,14 @@ view::Node ScreenIconView() {
       view::FillRoundedRect{{{8.8, 2}, {2.4, 3}}, 0, view::kWhite},       // its foot
       view::FillRoundedRect{{{5.5, 0.8}, {9, 1.6}}, 0.8, view::kWhite},   // the stand
   };
-  return {view::Canvas{icon}, ""};
+  return view::node(view::Canvas{icon});
 }
 
 view::Node FloatingButtonView() {
   view::Drawing disc;
   disc.size = kFloatingButtonSize;
   disc.steps = {view::FillOval{{{0, 0}, kFloatingButtonSize}, view::kBlack}};
-  return {view::ZStack{{{view::Canvas{disc}, ""}, ScreenIconView()}}, "Fenêtre"};
+  return view::node(view::ZStack{{view::node(view::Canvas{disc}), ScreenIconView()}}).labelled("Fenêtre");
 }
 
 }  // namespace morla::mirror

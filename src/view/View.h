@@ -152,10 +152,10 @@ struct Spinner {
 
 /// A smallest and a fixed size in points, padding included; what is not given is what the content needs.
 struct Frame {
-  std::optional<double> width;
-  std::optional<double> height;
-  std::optional<double> minWidth;
-  std::optional<double> minHeight;
+  std::optional<double> width = std::nullopt;
+  std::optional<double> height = std::nullopt;
+  std::optional<double> minWidth = std::nullopt;
+  std::optional<double> minHeight = std::nullopt;
   bool fillsWidth = false;   ///< as wide as the parent allows
   bool fillsHeight = false;  ///< as high as the parent allows
   friend bool operator==(Frame const&, Frame const&) = default;

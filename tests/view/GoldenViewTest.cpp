@@ -46,8 +46,7 @@ TEST_P(GoldenViewTest, IsDescribedAsItsFileSays) {
 INSTANTIATE_TEST_SUITE_P(Views, GoldenViewTest,
                          testing::Values(GoldenView{"floating-button", mirror::FloatingButtonView},
                                          GoldenView{"screen-icon", mirror::ScreenIconView},
-                                         GoldenView{"status-image",
-                                                    [] { return Node{Canvas{app::statusImage()}, ""}; }}),
+                                         GoldenView{"status-image", [] { return node(Canvas{app::statusImage()}); }}),
                          [](auto const& row) {
                            std::string name = row.param.name;
                            for (auto& c : name) c = c == '-' ? '_' : c;
