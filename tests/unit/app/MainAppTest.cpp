@@ -32,11 +32,11 @@ TEST(StartUp, HappensInItsFixedOrder) {
   EXPECT_EQ(world.fake.journal.entries(), (Strings{
                                               "application.setActivationPolicy 1",
                                               "panels.makePanel FloatingButtonPanel",
-                                              "panel.setContentSize 40x40",
-                                              "panel.setContent",
+                                              "FloatingButtonPanel.setContentSize 40x40",
+                                              "FloatingButtonPanel.setContent",
                                               "menuBarPanel made",
                                               "statusBar.makeStatusItem -2",
-                                              "panel.setFrameOrigin 100 200",
+                                              "FloatingButtonPanel.setFrameOrigin 100 200",
                                               "eventMonitors.addLocalMonitor 78",
                                               "airdropFolders.cleanup",
                                               "application.run",
@@ -58,7 +58,7 @@ TEST(StartUp, FeaturesStartOnTheFirstTurnAndTheCameraWatchAfterThem) {
                                               "airdropHotkeys.registerHotkey",
                                               "captureOneFolderScripts.startListening",
                                               "airdropScripts.startListening",
-                                              "panel.orderFrontRegardless",
+                                              "FloatingButtonPanel.orderFrontRegardless",
                                               "mirror.handleFrontAppChange capture one",
                                           }));
   EXPECT_EQ(world.fake.scripts.sources.size(), 1u) << "the probe";
