@@ -16,7 +16,7 @@ platform::ActionOutcome ActionRequests::perform(std::string_view name) {
   std::map<std::string_view, Action> const actions{
       {"openSettings", {static_cast<bool>(features_.settings), [this] { actions_.openSettings(); }}},
       {"openMenuSettings", {static_cast<bool>(features_.menuSettings), [this] { actions_.openMenuSettings(); }}},
-      {"openAlerte", {static_cast<bool>(features_.alertSettings), [this] { actions_.openAlerte(); }}},
+      {"openAlerte", {true, [this] { actions_.openAlerte(); }}},
       {"openAirdropSettings",
        {static_cast<bool>(features_.airdropSettings), [this] { actions_.openAirdropSettings(); }}},
       {"toggleWindowMode", {true, [this] { actions_.toggleWindowMode(); }}},

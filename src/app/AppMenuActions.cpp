@@ -1,5 +1,6 @@
 #include "app/AppMenuActions.h"
 
+#include "camerawatch/AlerteWindow.h"
 #include "platform/Environment.h"
 
 namespace morla::app {
@@ -29,7 +30,7 @@ void AppMenuActions::openMenuSettings() {
   showSoon(features_.menuSettings);
 }
 void AppMenuActions::openAlerte() {
-  showSoon(features_.alertSettings);
+  loop_.post([] { camerawatch::AlerteWindowController::shared().showSettings(); });
 }
 void AppMenuActions::openAirdropSettings() {
   showSoon(features_.airdropSettings);

@@ -89,7 +89,6 @@ struct FeatureHooks {
   std::function<std::unique_ptr<MenuBarPanel>()> makeMenuBarPanel;
   Feature<SettingsWindow> settings;
   Feature<SettingsWindow> menuSettings;
-  Feature<SettingsWindow> alertSettings;
   Feature<SettingsWindow> airdropSettings;
   Feature<UpdateCheck> updateCheck;
 };

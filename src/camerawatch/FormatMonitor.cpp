@@ -1,9 +1,10 @@
 #include "camerawatch/FormatMonitor.h"
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
+#include "base/unicode/Unicode.h"
+#include "camerawatch/AlertViews.h"
 #include "camerawatch/ScriptTexts.h"
 #include "camerawatch/SettingsKeys.h"
 #include "platform/Environment.h"
@@ -13,10 +14,33 @@ namespace {
 
 constexpr Duration kPollInterval = std::chrono::seconds(1);
 
-template <typename T>
-bool contains(std::vector<T> const& values, T const& value) {
-  return std::ranges::find(values, value) != values.end();
-}
+constexpr ValueKind kIso{"FormatMonitor.isoAlertEnabled",
+                         "FormatMonitor.isoExpectedValue",
+                         "FormatMonitor.lastDetectedISO",
+                         "FormatMonitor.availableISOs",
+                         "FormatMonitor.isIsoAlertShowing",
+                         keys::kIsoAlertEnabled,
+                         keys::kIsoExpectedValue,
+                         keys::kIsoAlert,
+                         &ISOAlertView};
+constexpr ValueKind kAperture{"FormatMonitor.apertureAlertEnabled",
+                              "FormatMonitor.apertureExpectedValue",
+                              "FormatMonitor.lastDetectedAperture",
+                              "FormatMonitor.availableApertures",
+                              "FormatMonitor.isApertureAlertShowing",
+                              keys::kApertureAlertEnabled,
+                              keys::kApertureExpectedValue,
+                              keys::kApertureAlert,
+                              &ApertureAlertView};
+constexpr ValueKind kShutter{"FormatMonitor.shutterAlertEnabled",
+                             "FormatMonitor.shutterExpectedValue",
+                             "FormatMonitor.lastDetectedShutter",
+                             "FormatMonitor.availableShutters",
+                             "FormatMonitor.isShutterAlertShowing",
+                             keys::kShutterAlertEnabled,
+                             keys::kShutterExpectedValue,
+                             keys::kShutterAlert,
+                             &ShutterAlertView};
 
 }  // namespace
 
@@ -27,11 +51,10 @@ FormatMonitor::FormatMonitor(Roles roles)
       bridge_(roles.workspace, roles.files),
       scripts_(roles.loop, roles.background, roles.scripts),
       isEnabled_("FormatMonitor.isEnabled", roles.defaults.boolean(keys::kFormatMonitorEnabled).value_or(false)),
-      isoExpectedValue_("FormatMonitor.isoExpectedValue", roles.defaults.text(keys::kIsoExpectedValue).value_or("")),
-      apertureExpectedValue_("FormatMonitor.apertureExpectedValue",
-                             roles.defaults.text(keys::kApertureExpectedValue).value_or("")),
-      shutterExpectedValue_("FormatMonitor.shutterExpectedValue",
-                            roles.defaults.text(keys::kShutterExpectedValue).value_or("")) {}
+      formatAlert_({roles.panels, roles.defaults}, "FormatMonitor.isAlertShowing", keys::kFormatAlert),
+      iso_(kIso, {roles.panels, roles.defaults}),
+      aperture_(kAperture, {roles.panels, roles.defaults}),
+      shutter_(kShutter, {roles.panels, roles.defaults}) {}
 
 FormatMonitor& FormatMonitor::shared() {
   return platform::Environment::active().shared<FormatMonitor>();
@@ -39,7 +62,8 @@ FormatMonitor& FormatMonitor::shared() {
 
 std::unique_ptr<FormatMonitor> FormatMonitor::make(platform::Environment& environment) {
   auto& p = environment.platform();
-  return std::make_unique<FormatMonitor>(Roles{p.mainLoop, p.background, p.scripts, p.workspace, p.files, p.defaults});
+  return std::make_unique<FormatMonitor>(
+      Roles{p.mainLoop, p.background, p.scripts, p.workspace, p.files, p.defaults, p.panels});
 }
 
 void FormatMonitor::setIsEnabled(bool value) {
@@ -53,19 +77,9 @@ void FormatMonitor::setIsEnabled(bool value) {
   }
 }
 
-void FormatMonitor::setIsoExpectedValue(std::string value) {
-  isoExpectedValue_.set(std::move(value));
-  defaults_.set(keys::kIsoExpectedValue, isoExpectedValue_.get());
-}
-
-void FormatMonitor::setApertureExpectedValue(std::string value) {
-  apertureExpectedValue_.set(std::move(value));
-  defaults_.set(keys::kApertureExpectedValue, apertureExpectedValue_.get());
-}
-
-void FormatMonitor::setShutterExpectedValue(std::string value) {
-  shutterExpectedValue_.set(std::move(value));
-  defaults_.set(keys::kShutterExpectedValue, shutterExpectedValue_.get());
+void FormatMonitor::setAlertEnabled(WatchedValue& value, bool isOn) {
+  value.setAlertEnabled(isOn);
+  if (isOn) startMonitoring();
 }
 
 void FormatMonitor::startMonitoring() {
@@ -96,9 +110,7 @@ Task<> FormatMonitor::checkCaptureFormat() {
   // Asked before any script is sent, so that no status script ever starts Capture One.
   if (!bridge_.captureOneRunningApp()) {
     lastDetectedFormat_.set(std::string(status::kNotRunning));
-    lastDetectedISO_.set(std::nullopt);
-    lastDetectedAperture_.set(std::nullopt);
-    lastDetectedShutter_.set(std::nullopt);
+    for (auto* value : values_) value->setLastDetected(std::nullopt);
     dismissAllAlerts();
     co_return;
   }
@@ -130,20 +142,18 @@ void FormatMonitor::publish(NoReading const& reply) {
 
 void FormatMonitor::publish(CameraReading const& reading) {
   lastDetectedFormat_.set(reading.format);
-  lastDetectedISO_.set(reading.iso);
-  lastDetectedAperture_.set(reading.aperture);
-  lastDetectedShutter_.set(reading.shutter);
+  iso_.setLastDetected(reading.iso);
+  aperture_.setLastDetected(reading.aperture);
+  shutter_.setLastDetected(reading.shutter);
   isCameraConnected_.set(true);
   if (reading.available) {
-    availableISOs_.set(reading.available->isos);
-    availableApertures_.set(reading.available->apertures);
-    availableShutters_.set(reading.available->shutters);
+    iso_.setAvailable(reading.available->isos);
+    aperture_.setAvailable(reading.available->apertures);
+    shutter_.setAvailable(reading.available->shutters);
   }
   // After the lists, so that a change of camera is judged by what the new one offers.
   if (reading.cameraName) rememberCamera(*reading.cameraName);
-  if (alerts_ != nullptr) {
-    alerts_->checkAndShowAlerts(reading.format, reading.iso, reading.aperture, reading.shutter);
-  }
+  checkAndShowAlerts(reading.format, reading.iso, reading.aperture, reading.shutter);
 }
 
 void FormatMonitor::rememberCamera(std::string const& name) {
@@ -154,20 +164,34 @@ void FormatMonitor::rememberCamera(std::string const& name) {
 
 /// Which cameras they are makes no difference: an expectation that the new one cannot meet is given up.
 void FormatMonitor::handleCameraChanged(std::string const& /*from*/, std::string const& /*to*/) {
-  if (!contains(availableISOs_.get(), isoExpectedValue_.get())) setIsoExpectedValue("");
-  if (!contains(availableApertures_.get(), apertureExpectedValue_.get())) setApertureExpectedValue("");
-  if (!contains(availableShutters_.get(), shutterExpectedValue_.get())) setShutterExpectedValue("");
+  for (auto* value : values_) value->dropUnavailableExpectation();
 }
 
 void FormatMonitor::clearCameraState() {
-  lastDetectedISO_.set(std::nullopt);
-  lastDetectedAperture_.set(std::nullopt);
-  lastDetectedShutter_.set(std::nullopt);
+  for (auto* value : values_) value->setLastDetected(std::nullopt);
   isCameraConnected_.set(false);
 }
 
+void FormatMonitor::checkAndShowAlerts(std::string const& format, std::string const& iso, std::string const& aperture,
+                                       std::string const& shutter) {
+  bool const isRaw = unicode::lowercased(format).find("raw") != std::string::npos;
+  if (isEnabled_.get() && !isRaw) {
+    showFormatAlert(format);
+  } else {
+    formatAlert_.dismiss();
+  }
+  iso_.check(iso);
+  aperture_.check(aperture);
+  shutter_.check(shutter);
+}
+
+void FormatMonitor::showFormatAlert(std::string const& format) {
+  formatAlert_.show(FormatAlertView(format));
+}
+
 void FormatMonitor::dismissAllAlerts() {
-  if (alerts_ != nullptr) alerts_->dismissAllAlerts();
+  formatAlert_.dismiss();
+  for (auto* value : values_) value->dismissAlert();
 }
 
 }  // namespace morla::camerawatch

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/Cancellation.h"
@@ -10,9 +12,11 @@
 #include "base/MainLoop.h"
 #include "base/Published.h"
 #include "base/Task.h"
+#include "camerawatch/Alert.h"
 #include "camerawatch/CaptureOneBridge.h"
 #include "camerawatch/PermissionState.h"
 #include "camerawatch/StatusReply.h"
+#include "camerawatch/WatchedValue.h"
 #include "platform/ScriptExecution.h"
 #include "platform/UserDefaults.h"
 
@@ -23,18 +27,10 @@ class Environment;
 namespace morla::camerawatch {
 
 /// The camera watch: finds out whether scripts may be sent to Capture One, and while the watch is on asks once a second
-/// what the camera is set to. One shared object; everything about it is confined to the main thread.
+/// what the camera is set to and raises an alert for what it should not be. One shared object; everything about it is
+/// confined to the main thread.
 class FormatMonitor {
  public:
-  /// What becomes of a reading; the side that shows alerts.
-  class Alerts {
-   public:
-    virtual ~Alerts() = default;
-    virtual void checkAndShowAlerts(std::string const& format, std::string const& iso, std::string const& aperture,
-                                    std::string const& shutter) = 0;
-    virtual void dismissAllAlerts() = 0;
-  };
-
   struct Roles {
     MainLoop& loop;
     BackgroundWork& background;
@@ -42,6 +38,7 @@ class FormatMonitor {
     platform::Workspace& workspace;
     platform::Files& files;
     platform::UserDefaults& defaults;
+    platform::PanelHost& panels;
   };
 
   explicit FormatMonitor(Roles roles);
@@ -49,35 +46,45 @@ class FormatMonitor {
   [[nodiscard]] static FormatMonitor& shared();
   [[nodiscard]] static std::unique_ptr<FormatMonitor> make(platform::Environment& environment);
 
-  /// `alerts` outlives this object; until it is set, readings are published and nothing is shown.
-  void setAlerts(Alerts& alerts) { alerts_ = &alerts; }
-
-  // The switch and the expected values, stored under their keys on every write. Switching on starts the poll (also when
-  // it was on: the poll then restarts); switching off ends it and takes every alert away.
+  // The switches and the expected values, stored under their keys on every write. Switching anything on starts the poll
+  // (also when it was on: the poll then restarts). Switching the watch off ends the poll and takes every alert away;
+  // switching one kind off hides its alert in the next round.
   [[nodiscard]] Published<bool> const& isEnabled() const { return isEnabled_; }
   void setIsEnabled(bool value);
-  [[nodiscard]] Published<std::string> const& isoExpectedValue() const { return isoExpectedValue_; }
-  void setIsoExpectedValue(std::string value);
-  [[nodiscard]] Published<std::string> const& apertureExpectedValue() const { return apertureExpectedValue_; }
-  void setApertureExpectedValue(std::string value);
-  [[nodiscard]] Published<std::string> const& shutterExpectedValue() const { return shutterExpectedValue_; }
-  void setShutterExpectedValue(std::string value);
+  [[nodiscard]] Published<bool> const& isoAlertEnabled() const { return iso_.alertEnabled(); }
+  void setIsoAlertEnabled(bool value) { setAlertEnabled(iso_, value); }
+  [[nodiscard]] Published<bool> const& apertureAlertEnabled() const { return aperture_.alertEnabled(); }
+  void setApertureAlertEnabled(bool value) { setAlertEnabled(aperture_, value); }
+  [[nodiscard]] Published<bool> const& shutterAlertEnabled() const { return shutter_.alertEnabled(); }
+  void setShutterAlertEnabled(bool value) { setAlertEnabled(shutter_, value); }
+  [[nodiscard]] Published<std::string> const& isoExpectedValue() const { return iso_.expectedValue(); }
+  void setIsoExpectedValue(std::string value) { iso_.setExpectedValue(std::move(value)); }
+  [[nodiscard]] Published<std::string> const& apertureExpectedValue() const { return aperture_.expectedValue(); }
+  void setApertureExpectedValue(std::string value) { aperture_.setExpectedValue(std::move(value)); }
+  [[nodiscard]] Published<std::string> const& shutterExpectedValue() const { return shutter_.expectedValue(); }
+  void setShutterExpectedValue(std::string value) { shutter_.setExpectedValue(std::move(value)); }
 
   /// The format, or a status word (StatusReply.h); none before the first round and after a refusal.
   [[nodiscard]] Published<std::optional<std::string>> const& lastDetectedFormat() const { return lastDetectedFormat_; }
-  [[nodiscard]] Published<std::optional<std::string>> const& lastDetectedISO() const { return lastDetectedISO_; }
+  [[nodiscard]] Published<std::optional<std::string>> const& lastDetectedISO() const { return iso_.lastDetected(); }
   [[nodiscard]] Published<std::optional<std::string>> const& lastDetectedAperture() const {
-    return lastDetectedAperture_;
+    return aperture_.lastDetected();
   }
   [[nodiscard]] Published<std::optional<std::string>> const& lastDetectedShutter() const {
-    return lastDetectedShutter_;
+    return shutter_.lastDetected();
   }
-  [[nodiscard]] Published<std::vector<std::string>> const& availableISOs() const { return availableISOs_; }
-  [[nodiscard]] Published<std::vector<std::string>> const& availableApertures() const { return availableApertures_; }
-  [[nodiscard]] Published<std::vector<std::string>> const& availableShutters() const { return availableShutters_; }
+  [[nodiscard]] Published<std::vector<std::string>> const& availableISOs() const { return iso_.available(); }
+  [[nodiscard]] Published<std::vector<std::string>> const& availableApertures() const { return aperture_.available(); }
+  [[nodiscard]] Published<std::vector<std::string>> const& availableShutters() const { return shutter_.available(); }
   [[nodiscard]] Published<std::optional<std::string>> const& cameraName() const { return cameraName_; }
   [[nodiscard]] Published<bool> const& isCameraConnected() const { return isCameraConnected_; }
   [[nodiscard]] Published<PermissionState> const& permissionState() const { return permissionState_; }
+
+  // Whether each kind of alert is on the screen.
+  [[nodiscard]] Published<bool> const& isAlertShowing() const { return formatAlert_.isShowing(); }
+  [[nodiscard]] Published<bool> const& isIsoAlertShowing() const { return iso_.alert().isShowing(); }
+  [[nodiscard]] Published<bool> const& isApertureAlertShowing() const { return aperture_.alert().isShowing(); }
+  [[nodiscard]] Published<bool> const& isShutterAlertShowing() const { return shutter_.alert().isShowing(); }
 
   /// The entry at start-up: checks the permission, and with it starts the poll when the watch is on.
   [[nodiscard]] Task<> checkAndStartIfNeeded();
@@ -92,8 +99,23 @@ class FormatMonitor {
   /// Starts the poll anew; does nothing unless the watch is on and the permission is there. The old task's waiting
   /// round still applies its reply.
   void startMonitoring();
-  /// One round: asks, publishes, and hands a complete reading to the alerts.
+  /// One round: asks, publishes, and checks a complete reading.
   [[nodiscard]] Task<> checkCaptureFormat();
+
+  /// Compares a reading with what is expected, and shows, refreshes or takes away each kind of alert. The format must
+  /// be some kind of RAW, which is all that its text has to say; the other values are compared exactly.
+  void checkAndShowAlerts(std::string const& format, std::string const& iso, std::string const& aperture,
+                          std::string const& shutter);
+  void showFormatAlert(std::string const& format);
+  void showIsoAlert(std::string const& detected, std::string const& expected) { iso_.showAlert(detected, expected); }
+  void showApertureAlert(std::string const& detected, std::string const& expected) {
+    aperture_.showAlert(detected, expected);
+  }
+  void showShutterAlert(std::string const& detected, std::string const& expected) {
+    shutter_.showAlert(detected, expected);
+  }
+  /// No alert is ever on the screen while nobody knows what the camera is set to.
+  void dismissAllAlerts();
 
  private:
   [[nodiscard]] Task<platform::ScriptReply> runAppleScriptWithError(platform::ScriptKind kind, std::string source);
@@ -102,10 +124,10 @@ class FormatMonitor {
   [[nodiscard]] Task<> activateSystemSettingsSoon();
   [[nodiscard]] bool isCaptureOneMissing() const;
 
+  void setAlertEnabled(WatchedValue& value, bool isOn);
   void stopMonitoring();
   /// What a permission check does with a refusal, remembered or fresh.
   void denyPermission();
-  void dismissAllAlerts();
 
   void apply(platform::ScriptReply const& reply);
   void publish(CameraReading const& reading);
@@ -119,19 +141,15 @@ class FormatMonitor {
   platform::UserDefaults& defaults_;
   CaptureOneBridge bridge_;
   platform::ScriptExecution scripts_;
-  Alerts* alerts_ = nullptr;
 
   Published<bool> isEnabled_;
-  Published<std::string> isoExpectedValue_;
-  Published<std::string> apertureExpectedValue_;
-  Published<std::string> shutterExpectedValue_;
+  Alert formatAlert_;
+  WatchedValue iso_;
+  WatchedValue aperture_;
+  WatchedValue shutter_;
+  /// In the order in which they are published, checked and dismissed.
+  std::array<WatchedValue*, 3> values_{&iso_, &aperture_, &shutter_};
   Published<std::optional<std::string>> lastDetectedFormat_{"FormatMonitor.lastDetectedFormat"};
-  Published<std::optional<std::string>> lastDetectedISO_{"FormatMonitor.lastDetectedISO"};
-  Published<std::optional<std::string>> lastDetectedAperture_{"FormatMonitor.lastDetectedAperture"};
-  Published<std::optional<std::string>> lastDetectedShutter_{"FormatMonitor.lastDetectedShutter"};
-  Published<std::vector<std::string>> availableISOs_{"FormatMonitor.availableISOs"};
-  Published<std::vector<std::string>> availableApertures_{"FormatMonitor.availableApertures"};
-  Published<std::vector<std::string>> availableShutters_{"FormatMonitor.availableShutters"};
   Published<std::optional<std::string>> cameraName_{"FormatMonitor.cameraName"};
   Published<bool> isCameraConnected_{"FormatMonitor.isCameraConnected"};
   Published<PermissionState> permissionState_{"FormatMonitor.permissionState", PermissionState::checking};

@@ -17,7 +17,6 @@ TEST(ActionRequests, WindowsOpenEachByItsName) {
   for (auto const& [action, expected] : {
            Row{"openSettings", "settings.showSettings"},
            Row{"openMenuSettings", "menuSettings.showSettings"},
-           Row{"openAlerte", "alertSettings.showSettings"},
            Row{"openAirdropSettings", "airdropSettings.showSettings"},
            Row{"checkForUpdates", "update.checkForUpdates"},
        }) {
@@ -35,17 +34,25 @@ TEST(ActionRequests, TheShortcutSettingsOpenAtOnceTheOthersOnALaterTurn) {
   AppMenuActions::shared().openSettings();
   EXPECT_EQ(world.fake.journal.entries(), std::vector<std::string>{"settings.showSettings"});
   world.fake.journal.clear();
-  AppMenuActions::shared().openAlerte();
+  AppMenuActions::shared().openMenuSettings();
   EXPECT_TRUE(world.fake.journal.entries().empty());
   world.turn();
-  EXPECT_EQ(world.fake.journal.entries(), std::vector<std::string>{"alertSettings.showSettings"});
+  EXPECT_EQ(world.fake.journal.entries(), std::vector<std::string>{"menuSettings.showSettings"});
+}
+
+TEST(ActionRequests, TheAlertSettingsOpenOnALaterTurn) {
+  AppWorld world;
+  world.start();
+  EXPECT_EQ(world.fake.application.request("openAlerte"), ActionOutcome::done);
+  EXPECT_EQ(world.fake.panels.find("AlertePanel"), nullptr);
+  world.turn();
+  EXPECT_TRUE(world.fake.panels.panel("AlertePanel").isVisible());
 }
 
 TEST(ActionRequests, AWindowThatTheProgramDoesNotHaveIsUnavailable) {
   AppWorld world(WithFeatures::no);
   world.start();
-  for (auto const action :
-       {"openSettings", "openMenuSettings", "openAlerte", "openAirdropSettings", "checkForUpdates"}) {
+  for (auto const action : {"openSettings", "openMenuSettings", "openAirdropSettings", "checkForUpdates"}) {
     EXPECT_EQ(world.fake.application.request(action), ActionOutcome::unavailable) << action;
   }
 }

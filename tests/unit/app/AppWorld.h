@@ -83,7 +83,6 @@ struct JournalFeatures {
     hooks.makeMenuBarPanel = [this] { return std::make_unique<BarPanel>(journal_); };
     hooks.settings = [this]() -> SettingsWindow& { return settings; };
     hooks.menuSettings = [this]() -> SettingsWindow& { return menuSettings; };
-    hooks.alertSettings = [this]() -> SettingsWindow& { return alertSettings; };
     hooks.airdropSettings = [this]() -> SettingsWindow& { return airdropSettings; };
     hooks.updateCheck = [this]() -> UpdateCheck& { return updates; };
   }
@@ -99,7 +98,6 @@ struct JournalFeatures {
   CreateFolder createFolder;
   Settings settings{journal_, "settings"};
   Settings menuSettings{journal_, "menuSettings"};
-  Settings alertSettings{journal_, "alertSettings"};
   Settings airdropSettings{journal_, "airdropSettings"};
   Updates updates{journal_};
 };

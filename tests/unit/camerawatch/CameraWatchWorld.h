@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <chrono>
 #include <memory>
@@ -17,19 +19,6 @@ inline constexpr char kCaptureOneId[] = "com.captureone.captureone16";
 /// Eight fields, as the status script sends them for a camera that is on.
 inline constexpr char kFullReply[] = "RAW||400||f/8||1/125||100|200|400||f/4|f/8||1/60|1/125||Camera A";
 
-/// Records what the camera watch asks of the alerts.
-class RecordingAlerts : public FormatMonitor::Alerts {
- public:
-  void checkAndShowAlerts(std::string const& format, std::string const& iso, std::string const& aperture,
-                          std::string const& shutter) override {
-    calls.push_back("check " + format + " " + iso + " " + aperture + " " + shutter);
-  }
-  void dismissAllAlerts() override { calls.emplace_back("dismiss"); }
-
-  [[nodiscard]] long dismissals() const { return std::ranges::count(calls, "dismiss"); }
-  std::vector<std::string> calls;
-};
-
 inline platform::RunningApplication captureOne() {
   return {4711, "Capture One", kCaptureOneId};
 }
@@ -42,14 +31,12 @@ struct CameraWatchWorld {
   }
 
   fake::FakePlatform fake;
-  RecordingAlerts alerts;
   /// Made by `start`, after the test has prepared the defaults.
   std::unique_ptr<FormatMonitor> monitor;
 
   FormatMonitor& start() {
-    monitor = std::make_unique<FormatMonitor>(
-        FormatMonitor::Roles{fake.loop, fake.background, fake.scripts, fake.workspace, fake.files, fake.defaults});
-    monitor->setAlerts(alerts);
+    monitor = std::make_unique<FormatMonitor>(FormatMonitor::Roles{
+        fake.loop, fake.background, fake.scripts, fake.workspace, fake.files, fake.defaults, fake.panels});
     return *monitor;
   }
 
@@ -67,6 +54,30 @@ struct CameraWatchWorld {
     return std::ranges::count_if(fake.scripts.sources, [](std::string const& source) {
       return source.find("count of documents") != std::string::npos;
     });
+  }
+
+  /// How many alerts are on the screen, by their flags, which are checked against their panels.
+  [[nodiscard]] int alertsShowing() const {
+    struct Kind {
+      char const* panel;
+      bool isShowing;
+    };
+    int count = 0;
+    for (auto const& [name, isShowing] :
+         {Kind{"formatAlert", monitor->isAlertShowing().get()}, Kind{"isoAlert", monitor->isIsoAlertShowing().get()},
+          Kind{"apertureAlert", monitor->isApertureAlertShowing().get()},
+          Kind{"shutterAlert", monitor->isShutterAlertShowing().get()}}) {
+      auto const* panel = fake.panels.find(name);
+      EXPECT_EQ(isShowing, panel != nullptr && panel->isVisible()) << name;
+      if (isShowing) ++count;
+    }
+    return count;
+  }
+
+  /// Raises the format's alert as a round does, for a test that watches what takes it away.
+  void raiseAlert() {
+    monitor->showFormatAlert("JPEG");
+    ASSERT_EQ(alertsShowing(), 1);
   }
 
   /// Runs one round with this reply.

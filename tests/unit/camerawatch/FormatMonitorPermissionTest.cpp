@@ -64,11 +64,12 @@ TEST(PermissionCheck, ARefusalIsRememberedAndStopsThePoll) {
   auto& monitor = world.startReady();
   world.fake.scripts.answersText(kFullReply);
   world.fake.loop.advance(3s);
+  world.raiseAlert();
   world.fake.scripts.answersError(-1743);
   check(world);
   EXPECT_EQ(monitor.permissionState().get(), PermissionState::permissionDenied);
   EXPECT_EQ(world.fake.defaults.boolean("automationPermissionDenied"), true);
-  EXPECT_EQ(world.alerts.calls.back(), "dismiss");
+  EXPECT_EQ(world.alertsShowing(), 0);
   auto const rounds = world.statusScripts();
   world.fake.loop.advance(10s);
   EXPECT_EQ(world.statusScripts(), rounds);
@@ -77,10 +78,11 @@ TEST(PermissionCheck, ARefusalIsRememberedAndStopsThePoll) {
 TEST(PermissionCheck, ARefusalWithTheWatchOffDismissesNothing) {
   CameraWatchWorld world;
   world.start();
+  world.raiseAlert();
   world.fake.scripts.answersError(-1743);
   check(world);
   EXPECT_EQ(world.monitor->permissionState().get(), PermissionState::permissionDenied);
-  EXPECT_TRUE(world.alerts.calls.empty());
+  EXPECT_EQ(world.alertsShowing(), 1);
 }
 
 TEST(PermissionCheck, AnotherErrorAfterAnEarlierRefusalIsStillDeniedUntilAProbeSucceeds) {
@@ -123,10 +125,10 @@ TEST(PermissionCheck, ARememberedRefusalWithTheWatchOnStopsThePollAndDismisses) 
   world.startReady();
   world.fake.defaults.values["automationPermissionDenied"] = true;
   world.fake.scripts.answersNothing();
-  auto const dismissals = world.alerts.dismissals();
+  world.raiseAlert();
   check(world);
   EXPECT_EQ(world.monitor->permissionState().get(), PermissionState::permissionDenied);
-  EXPECT_GT(world.alerts.dismissals(), dismissals);
+  EXPECT_EQ(world.alertsShowing(), 0);
   auto const rounds = world.statusScripts();
   world.fake.loop.advance(5s);
   EXPECT_EQ(world.statusScripts(), rounds);

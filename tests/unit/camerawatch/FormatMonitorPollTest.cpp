@@ -81,8 +81,9 @@ TEST(Poll, SwitchingOffEndsTheSleepAtOnceAndDismissesTheAlerts) {
   PollingWorld world;
   world.fake.loop.advance(500ms);
   ASSERT_EQ(world.fake.loop.pendingTimers(), 1u);
+  world.raiseAlert();
   world.monitor->setIsEnabled(false);
-  EXPECT_EQ(world.alerts.calls.back(), "dismiss");
+  EXPECT_EQ(world.alertsShowing(), 0);
   world.fake.loop.runReady();
   EXPECT_EQ(world.fake.loop.pendingTimers(), 0u);
   auto const rounds = world.statusScripts();
@@ -142,13 +143,14 @@ TEST(Poll, RestartingTwiceInOneTurnRunsOneTaskOnly) {
 
 TEST(Poll, ARefusedRoundStopsIt) {
   PollingWorld world;
+  world.raiseAlert();
   world.fake.scripts.answersError(-1743);
   world.fake.loop.advance(1s);
   auto const& monitor = *world.monitor;
   EXPECT_EQ(monitor.permissionState().get(), PermissionState::permissionDenied);
   EXPECT_EQ(monitor.lastDetectedFormat().get(), std::nullopt);
   EXPECT_EQ(world.fake.defaults.boolean("automationPermissionDenied"), true);
-  EXPECT_EQ(world.alerts.calls.back(), "dismiss");
+  EXPECT_EQ(world.alertsShowing(), 0);
   auto const rounds = world.statusScripts();
   world.fake.loop.advance(60s);
   EXPECT_EQ(world.statusScripts(), rounds);
@@ -167,10 +169,11 @@ TEST(Poll, GoesOnAfterEveryOtherFailure) {
 
 TEST(Poll, PicksCaptureOneUpAgainWhenItReturns) {
   PollingWorld world;
+  world.raiseAlert();
   world.fake.workspace.running.clear();
   world.fake.loop.advance(1s);
   EXPECT_EQ(world.monitor->lastDetectedFormat().get(), "NOT_RUNNING");
-  EXPECT_EQ(world.alerts.calls.back(), "dismiss");
+  EXPECT_EQ(world.alertsShowing(), 0);
   auto const rounds = world.statusScripts();
   world.fake.loop.advance(3s);
   EXPECT_EQ(world.statusScripts(), rounds) << "a status script would have started Capture One";
