@@ -31,6 +31,11 @@ bool isCalled(view::Node const& node, std::string_view name) {
   return false;
 }
 
+bool isControl(view::Node const& node) {
+  return std::holds_alternative<view::Button>(node.content) || std::holds_alternative<view::Toggle>(node.content) ||
+         std::holds_alternative<view::Picker>(node.content) || std::holds_alternative<view::TextField>(node.content);
+}
+
 /// A node, and whether it and everything round it is enabled and not hidden.
 struct Found {
   view::Node const* node = nullptr;
@@ -147,6 +152,11 @@ void FakePanel::close() {
 view::Node const* FakePanel::find(std::string_view name) const {
   if (!content_) return nullptr;
   return findIn(*content_, [name](view::Node const& node) { return isCalled(node, name); }).node;
+}
+
+view::Node const* FakePanel::findControl(std::string_view name) const {
+  if (!content_) return nullptr;
+  return findIn(*content_, [name](view::Node const& node) { return isControl(node) && isCalled(node, name); }).node;
 }
 
 void FakePanel::press(std::string_view title) {

@@ -48,6 +48,8 @@ class FakePanel : public platform::Panel {
 
   /// The node of the content whose accessibility label, title or text is `name`, or null.
   [[nodiscard]] view::Node const* find(std::string_view name) const;
+  /// As above, of the nodes that a user can work.
+  [[nodiscard]] view::Node const* findControl(std::string_view name) const;
 
   /// The user clicks a button.
   void press(std::string_view title);
