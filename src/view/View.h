@@ -38,6 +38,8 @@ class Action {
   std::function<void(Arguments...)> run_;
 };
 
+// What an expression may leave out has an initialiser; g++ warns about any other member that is not given.
+
 enum class HorizontalAlignment { leading, centre, trailing };
 enum class VerticalAlignment { top, centre, bottom };
 
@@ -77,8 +79,8 @@ struct Divider {
 /// characters show as nothing.
 struct Text {
   std::string text;  ///< UTF-8; whatever is not shows as replacement characters
-  Font font;
-  Paint paint;
+  Font font = {};
+  Paint paint = {};
   HorizontalAlignment alignment = HorizontalAlignment::leading;  ///< of the lines to each other
   friend bool operator==(Text const&, Text const&) = default;
 };
@@ -86,8 +88,8 @@ struct Text {
 /// A picture from the system's set.
 struct Symbol {
   std::string name;  ///< as the system's set calls it ("doc.fill"); an unknown one shows as nothing
-  Font font;         ///< as large and heavy as a letter of this font
-  Paint paint;
+  Font font = {};    ///< as large and heavy as a letter of this font
+  Paint paint = {};
   friend bool operator==(Symbol const&, Symbol const&) = default;
 };
 
@@ -100,7 +102,7 @@ struct Canvas {
 /// A disc, for indicators.
 struct Disc {
   double diameter = 8;
-  Paint fill;
+  Paint fill = {};
   friend bool operator==(Disc const&, Disc const&) = default;
 };
 
@@ -112,7 +114,7 @@ enum class ButtonStyle {
 struct Button {
   std::string title;
   ButtonStyle style = ButtonStyle::bordered;
-  Action<> action;
+  Action<> action = {};
   friend bool operator==(Button const&, Button const&) = default;
 };
 
@@ -120,7 +122,7 @@ struct Button {
 /// and where it does not the switch goes back.
 struct Toggle {
   bool isOn = false;
-  Action<bool> action;
+  Action<bool> action = {};
   friend bool operator==(Toggle const&, Toggle const&) = default;
 };
 
@@ -128,19 +130,19 @@ struct Toggle {
 struct Picker {
   std::vector<std::string> options;
   /// None when the current value is not among the options; the closed picker then shows `unlisted`.
-  std::optional<std::size_t> selection;
-  std::string unlisted;
-  Action<std::size_t> action;  ///< with the index of the option that was chosen
+  std::optional<std::size_t> selection = std::nullopt;
+  std::string unlisted = {};
+  Action<std::size_t> action = {};  ///< with the index of the option that was chosen
   friend bool operator==(Picker const&, Picker const&) = default;
 };
 
 /// One line that can be edited. A tree that says the same as the field leaves cursor and selection alone.
 struct TextField {
   std::string text;
-  std::string placeholder;
-  Font font;
-  Action<std::string> action;  ///< with the whole text, on every edit
-  Action<> onSubmit;           ///< on Return
+  std::string placeholder = {};
+  Font font = {};
+  Action<std::string> action = {};  ///< with the whole text, on every edit
+  Action<> onSubmit = {};           ///< on Return
   friend bool operator==(TextField const&, TextField const&) = default;
 };
 
