@@ -16,9 +16,10 @@ constexpr double kMinimumWidth = 280;
 constexpr Edges kMargins = Edges::symmetric(16, 14);
 /// So that a window does not jump from one way to the permission to the next.
 constexpr double kPermissionHeight = 176;
-/// The symbols' column, and where what stands under a title begins.
+/// The symbols' column, and where the titles and what stands under them begin.
 constexpr double kSymbolWidth = 20;
 constexpr double kSymbolGap = 10;
+constexpr double kTitleX = kSymbolWidth + kSymbolGap;
 constexpr double kPickerWidth = 132;
 
 constexpr Paint kSecondary{SystemColour::secondary};
@@ -90,7 +91,7 @@ Node valuePicker(std::string const& expected, std::vector<std::string> const& av
   picker.action = [available, expect = std::move(expect)](std::size_t index) {
     if (index <= available.size()) expect(index == 0 ? "" : available[index - 1]);
   };
-  return node(std::move(picker)).framed({.width = kPickerWidth});
+  return node(std::move(picker)).padded({.leading = kTitleX}).framed({.width = kTitleX + kPickerWidth});
 }
 
 /// One kind of alert with an expected value.
@@ -111,7 +112,7 @@ struct ValueRow {
                     [&monitor, set = setExpectedValue](std::string value) { (monitor.*set)(std::move(value)); });
     return node(VStack{
         {switchRow(symbol, title, isOn, [&monitor, set = setAlertEnabled](bool value) { (monitor.*set)(value); }),
-         std::move(picker).labelled(pickerLabel).enabled(isOn).padded({.leading = kSymbolWidth + kSymbolGap})},
+         std::move(picker).labelled(pickerLabel).enabled(isOn)},
         2,
         HorizontalAlignment::leading});
   }

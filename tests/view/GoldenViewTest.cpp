@@ -101,7 +101,7 @@ std::vector<GoldenView> goldenViews() {
       {"alert-iso", [] { return ISOAlertView("800", "400"); }},
       {"alert-aperture", [] { return ApertureAlertView("f/4", "f/8"); }},
       {"alert-shutter", [] { return ShutterAlertView("1/60", "1/125"); }},
-      {"alert-unreadable", [] { return FormatAlertView(std::string("a\nb\0\"\xff\u202E📷", 14)); }},
+      {"alert-unreadable", [] { return FormatAlertView(std::string("a\nb\0\"\xff\u202E📷", 13)); }},
       {"settings-checking",
        [] {
          CameraWatchWorld world;
