@@ -13,7 +13,7 @@ namespace {
 using namespace view;
 
 constexpr double kMinimumWidth = 280;
-constexpr Edges kMargins = Edges::symmetric(16, 14);
+constexpr Edges kMargins{.top = 6, .leading = 16, .bottom = 16, .trailing = 16};
 /// So that a window does not jump from one way to the permission to the next.
 constexpr double kPermissionHeight = 176;
 /// The symbols' column, and where the titles and what stands under them begin.
