@@ -5,7 +5,7 @@
 #include <QPixmap>
 #include <utility>
 
-#include "platform/linux/ui/NodePainter.h"
+#include "platform/linux/ui/DrawingPainter.h"
 
 namespace morla::linux {
 namespace {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/linux/ui/Appearance.h"
 #include "platform/linux/ui/QtApplication.h"
 #include "platform/linux/ui/QtEventMonitors.h"
 #include "platform/linux/ui/QtMainLoop.h"
@@ -37,6 +38,7 @@ class LinuxUi {
   std::unique_ptr<XServer> server_;
   XClient client_;
   Compositor compositor_;
+  Appearance appearance_;
   Screens screens_;
   PanelStack stack_;
   QtApplication application_;

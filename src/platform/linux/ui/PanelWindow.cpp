@@ -1,10 +1,18 @@
 #include "platform/linux/ui/PanelWindow.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWindow>
+#include <cmath>
+#include <optional>
 #include <utility>
 
-#include "platform/linux/ui/NodePainter.h"
+#include "platform/linux/ui/DrawingPainter.h"
+#include "platform/linux/ui/TitleBar.h"
+#include "platform/linux/ui/views/Colours.h"
+#include "platform/linux/ui/views/RoundedShape.h"
 
 namespace morla::linux {
 namespace {
@@ -13,7 +21,15 @@ namespace {
 constexpr int kHalfCovered = 128;
 constexpr int kTouched = 1;
 
-/// What a screen reader calls the panel: the first label, from the outside in.
+constexpr double kWindowRadius = 14;
+/// How much of the window's colour covers what is behind.
+constexpr double kWindowOpacity = 0.88;
+
+bool hasRoundCorners(view::PanelSpec const& spec) {
+  return spec.styleMask.contains(view::kTitled);
+}
+
+/// What a screen reader calls a panel without a title: the first label, from the outside in.
 std::string firstLabel(view::Node const& node) {
   if (!node.accessibilityLabel.empty()) return node.accessibilityLabel;
   if (auto const* stack = std::get_if<view::ZStack>(&node.content)) {
@@ -24,60 +40,189 @@ std::string firstLabel(view::Node const& node) {
   return {};
 }
 
+std::optional<view::PanelEvent> kindOf(QEvent const& event) {
+  using view::PanelEvent;
+  bool const isPress = event.type() == QEvent::MouseButtonPress;
+  if (!isPress && event.type() != QEvent::MouseButtonRelease) return std::nullopt;
+  switch (static_cast<QMouseEvent const&>(event).button()) {
+    case Qt::LeftButton:
+      return isPress ? PanelEvent::leftMouseDown : PanelEvent::leftMouseUp;
+    case Qt::RightButton:
+      return isPress ? PanelEvent::rightMouseDown : PanelEvent::rightMouseUp;
+    default:
+      return isPress ? PanelEvent::otherMouseDown : PanelEvent::otherMouseUp;
+  }
+}
+
+Qt::WindowFlags flagsOf(view::PanelBehaviour const& behaviour) {
+  Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::BypassWindowManagerHint;
+  flags.setFlag(Qt::WindowDoesNotAcceptFocus, !behaviour.canBecomeKey());
+  return flags;
+}
+
 }  // namespace
 
-PanelWindow::PanelWindow(std::string const& name, Opacity opacity, XClient& client, Compositor& compositor)
-    : QWidget(nullptr, Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus),
-      opacity_(opacity),
+PanelWindow::PanelWindow(view::PanelSpec const& spec, view::PanelBehaviour& behaviour, MainLoop& loop, XClient& client,
+                         Compositor& compositor)
+    : QWidget(nullptr, flagsOf(behaviour)),
+      spec_(spec),
+      behaviour_(behaviour),
       client_(client),
       compositor_(compositor),
-      compositorDidChange_(compositor.onDidChange([this] { updateShape(); })) {
+      content_(new ContentView(loop, this)),
+      compositorDidChange_(compositor.onDidChange([this] { didChangeLook(); })) {
   setAttribute(Qt::WA_ShowWithoutActivating);
-  setAttribute(Qt::WA_TranslucentBackground, opacity == Opacity::translucent);
+  setAttribute(Qt::WA_TranslucentBackground, !spec.isOpaque || hasRoundCorners(spec));
   setFocusPolicy(Qt::NoFocus);
-  setWindowTitle(QString::fromStdString(name));
-  client_.setClass(winId(), windowTitle());
-  updateShape();
+  auto const name = QString::fromStdString(spec.name);
+  setWindowTitle(spec.title.empty() ? name : QString::fromStdString(spec.title));
+  setAccessibleName(QString::fromStdString(spec.title));
+  client_.setClass(winId(), name);
+  windowHandle()->installEventFilter(this);
+  content_->onDidArrange([this] { didChangeLook(); });
+  if (isTitled() && isClosable()) {
+    closeButton_ = new CloseButton(this);
+    QObject::connect(closeButton_, &QAbstractButton::clicked, this, [this] {
+      if (close_) close_();
+    });
+  }
 }
 
 void PanelWindow::setContent(view::Node content) {
-  content_ = std::move(content);
-  setAccessibleName(QString::fromStdString(firstLabel(content_)));
-  updateShape();
+  if (spec_.title.empty()) setAccessibleName(QString::fromStdString(firstLabel(content)));
+  content_->setTree(content);
 }
 
 void PanelWindow::showOnTop() {
+  // Before it is seen.
+  updateShape();
   show();
   raise();
   client_.synchronise();
 }
 
+void PanelWindow::hideAway() {
+  bool const hadKeyboard = behaviour_.canBecomeKey() && client_.focus() == id();
+  hide();
+  if (hadKeyboard) client_.setFocus(focusBefore_);
+  client_.synchronise();
+}
+
+void PanelWindow::retire(PanelWindow* window) {
+  window->hide();
+  window->press_ = nullptr;
+  window->drag_ = nullptr;
+  window->release_ = nullptr;
+  window->close_ = nullptr;
+  if (window->eventsUnderWay_ > 0 || window->content_->isActing()) {
+    window->windowHandle()->removeEventFilter(window);
+    window->deleteLater();
+  } else {
+    delete window;
+  }
+}
+
+bool PanelWindow::eventFilter(QObject* receiver, QEvent* event) {
+  if (receiver != windowHandle()) return QWidget::eventFilter(receiver, event);
+  // A menu that a control has opened has the pointer to itself.
+  if (QApplication::activePopupWidget() != nullptr) return false;
+  // The second press of two quick ones came by as an ordinary one a moment ago.
+  if (event->type() == QEvent::MouseButtonDblClick) return !wasPressPassedOn_;
+  auto const kind = kindOf(*event);
+  return kind.has_value() && handle(*kind, *receiver, *event);
+}
+
+bool PanelWindow::handle(view::PanelEvent kind, QObject& receiver, QEvent& event) {
+  bool const isPress = event.type() == QEvent::MouseButtonPress;
+  if (isPress && behaviour_.canBecomeKey()) takeKeyboard();
+  bool wasPassedOn = false;
+  ++eventsUnderWay_;
+  behaviour_.sendEvent(kind, [&] {
+    // The window itself, past the filters: this one has seen the event.
+    if (!std::exchange(wasPassedOn, true)) receiver.event(&event);
+  });
+  --eventsUnderWay_;
+  if (isPress) wasPressPassedOn_ = wasPassedOn;
+  return true;
+}
+
+void PanelWindow::takeKeyboard() {
+  auto const focus = client_.focus();
+  if (focus == id()) return;
+  focusBefore_ = focus;
+  client_.setFocus(id());
+}
+
 void PanelWindow::paintEvent(QPaintEvent*) {
+  if (!isTitled()) return;
   QPainter painter(this);
-  paintNode(painter, content_, rect());
+  painter.setRenderHint(QPainter::Antialiasing);
+  auto const window = toQt(view::SystemColour::windowBackground, palette());
+  painter.fillPath(roundedShape(rect(), kWindowRadius, view::Corners::continuous),
+                   faded(window, compositor_.isRunning() ? kWindowOpacity : 1));
+  QRectF const edge = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+  painter.setPen(QPen(toQt(view::SystemColour::separator, palette()), 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPath(roundedShape(edge, kWindowRadius - 0.5, view::Corners::continuous));
+  if (!spec_.hasTransparentTitleBar) {
+    paintTitle(painter, QRectF(0, 0, width(), view::kTitleBarHeight), QString::fromStdString(spec_.title), palette());
+  }
 }
 
 void PanelWindow::resizeEvent(QResizeEvent*) {
-  updateShape();
+  int const bar =
+      isTitled() && !spec_.styleMask.contains(view::kFullSizeContentView) ? static_cast<int>(view::kTitleBarHeight) : 0;
+  content_->setGeometry(0, bar, width(), height() - bar);
+  didChangeLook();
+}
+
+bool PanelWindow::canMoveFrom(QPointF place) const {
+  return spec_.isMovableByBackground || (isTitled() && place.y() < view::kTitleBarHeight);
 }
 
 void PanelWindow::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton && press_) press_(event->globalPosition());
+  if (event->button() != Qt::LeftButton) return;
+  isDragging_ = press_ && canMoveFrom(event->position());
+  if (isDragging_) press_(event->globalPosition());
 }
 
 void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
-  if (event->buttons().testFlag(Qt::LeftButton) && drag_) drag_(event->globalPosition());
+  if (isDragging_ && event->buttons().testFlag(Qt::LeftButton) && drag_) drag_(event->globalPosition());
 }
 
 void PanelWindow::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton && release_) release_(event->globalPosition());
 }
 
-void PanelWindow::updateShape() {
+void PanelWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && isClosable() && close_) {
+    ++eventsUnderWay_;
+    close_();
+    --eventsUnderWay_;
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void PanelWindow::didChangeLook() {
   update();
-  if (opacity_ == Opacity::opaque) return;
-  Size const size{static_cast<double>(width()), static_cast<double>(height())};
-  auto const drawn = renderNode(content_, size, devicePixelRatioF());
+  if (isVisible()) updateShape();
+}
+
+void PanelWindow::updateShape() {
+  // To be painted, hidden widgets are first told their sizes, which changes the look again.
+  if (isShaping_ || !testAttribute(Qt::WA_TranslucentBackground)) return;
+  double const scale = devicePixelRatioF();
+  QImage drawn(static_cast<int>(std::lround(width() * scale)), static_cast<int>(std::lround(height() * scale)),
+               QImage::Format_ARGB32_Premultiplied);
+  if (drawn.isNull()) return;
+  drawn.setDevicePixelRatio(scale);
+  drawn.fill(Qt::transparent);
+  isShaping_ = true;
+  QPainter painter(&drawn);
+  render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+  painter.end();
+  isShaping_ = false;
   if (compositor_.isRunning()) {
     client_.clearShape(id());
     client_.setClickableShape(id(), opaquePixels(drawn, kTouched));

@@ -8,60 +8,89 @@
 #include "base/Trace.h"
 
 namespace morla::linux {
+namespace {
 
-QtPanel::QtPanel(PanelServices const& services, view::PanelSpec const& spec)
+Size withTitleBar(Size content, view::PanelSpec const& spec) {
+  bool const isAbove = spec.styleMask.contains(view::kTitled) && !spec.styleMask.contains(view::kFullSizeContentView);
+  return {content.width, content.height + (isAbove ? view::kTitleBarHeight : 0)};
+}
+
+}  // namespace
+
+QtPanel::QtPanel(PanelServices const& services, view::PanelSpec const& spec, view::PanelBehaviour& behaviour)
     : services_(services),
       spec_(spec),
-      window_(spec.name, spec.isOpaque ? Opacity::opaque : Opacity::translucent, services.client, services.compositor),
-      frame_(spec.contentRect),
+      window_(new PanelWindow(spec, behaviour, services.loop, services.client, services.compositor)),
+      frame_{spec.contentRect.origin, withTitleBar(spec.contentRect.size, spec)},
       screensDidChange_(services.screens.onDidChange([this] { place(); })) {
-  if (spec_.isMovableByBackground) {
-    window_.onPress([this](QPointF pointer) { beginDrag(services_.screens.fromQt(pointer)); });
-    window_.onDrag([this](QPointF pointer) { drag(services_.screens.fromQt(pointer)); });
-  }
+  window_->onPress([this](QPointF pointer) { beginDrag(services_.screens.fromQt(pointer)); });
+  window_->onDrag([this](QPointF pointer) { drag(services_.screens.fromQt(pointer)); });
+  window_->onCloseRequest([this] { close(); });
   place();
 }
 
 QtPanel::~QtPanel() {
-  if (isVisible_) services_.stack.didHide(window_.id());
+  if (isVisible_) services_.stack.didHide(window_->id());
 }
 
 void QtPanel::setContentSize(Size size) {
-  assertIsMainThread();
-  if (frame_.size == size) return;
-  frame_.size = size;
-  place();
-  trace("resized");
+  setFrame({frame_.origin, withTitleBar(size, spec_)});
 }
 
 void QtPanel::setContent(view::Node content) {
   assertIsMainThread();
-  window_.setContent(std::move(content));
+  window_->setContent(std::move(content));
+}
+
+void QtPanel::setFrame(BottomLeftRect frame) {
+  assertIsMainThread();
+  if (frame_ == frame) return;
+  auto const before = std::exchange(frame_, frame);
+  place();
+  if (frame_.size != before.size) trace("resized");
+  if (frame_.origin != before.origin) announceMove();
 }
 
 void QtPanel::setFrameOrigin(BottomLeftPoint origin) {
-  assertIsMainThread();
-  if (frame_.origin == origin) return;
-  frame_.origin = origin;
-  place();
-  announceMove();
+  setFrame({origin, frame_.size});
+}
+
+void QtPanel::centre() {
+  auto const& areas = services_.screens.areas();
+  if (areas.empty()) return;
+  auto const& main = areas.front().inPoints;
+  GlobalPoint const corner{main.origin.x + (main.size.width - frame_.size.width) / 2,
+                           main.origin.y + (main.size.height - frame_.size.height) / 2};
+  setFrameOrigin(services_.screens.flip().toBottomLeft(GlobalRect{corner, frame_.size}).origin);
 }
 
 void QtPanel::orderFrontRegardless() {
   assertIsMainThread();
   bool const wasVisible = std::exchange(isVisible_, true);
-  window_.showOnTop();
-  services_.stack.didShow(window_.id(), static_cast<int>(spec_.level));
+  window_->showOnTop();
+  services_.stack.didShow(window_->id(), static_cast<int>(spec_.level));
   if (!wasVisible) trace("shown");
 }
 
 void QtPanel::orderOut() {
   assertIsMainThread();
   if (!std::exchange(isVisible_, false)) return;
-  services_.stack.didHide(window_.id());
-  window_.hide();
-  services_.client.synchronise();
+  services_.stack.didHide(window_->id());
+  window_->hideAway();
   trace("hidden");
+}
+
+void QtPanel::close() {
+  assertIsMainThread();
+  // An observer may destroy the panel.
+  auto const isAlive = life_.reference();
+  willClose_.call();
+  if (isAlive) orderOut();
+}
+
+Subscription QtPanel::onWillClose(std::function<void()> observer) {
+  assertIsMainThread();
+  return willClose_.add(std::move(observer));
 }
 
 Subscription QtPanel::onDidMove(std::function<void()> observer) {
@@ -71,10 +100,11 @@ Subscription QtPanel::onDidMove(std::function<void()> observer) {
 
 void QtPanel::place() {
   // Whoever moves a panel about may also want it half outside; the others must be seen in full.
-  auto const placing = spec_.isMovableByBackground ? Placing::asAsked : Placing::inFullIfPossible;
+  bool const isMovable = spec_.isMovableByBackground || spec_.styleMask.contains(view::kTitled);
+  auto const placing = isMovable ? Placing::asAsked : Placing::inFullIfPossible;
   auto const& screens = services_.screens;
   shownAt_ = visiblePlace(screens.flip().toGlobal(frame_), screens.areas(), placing);
-  window_.setGeometry(screens.toQt(shownAt_));
+  window_->setGeometry(screens.toQt(shownAt_));
 }
 
 void QtPanel::beginDrag(GlobalPoint pointer) {

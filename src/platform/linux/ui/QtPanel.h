@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "base/Lifetime.h"
@@ -14,19 +15,23 @@ namespace morla::linux {
 
 class QtPanel : public platform::Panel {
  public:
-  QtPanel(PanelServices const& services, view::PanelSpec const& spec);
+  QtPanel(PanelServices const& services, view::PanelSpec const& spec, view::PanelBehaviour& behaviour);
   ~QtPanel() override;
 
   void setContentSize(Size size) override;
   void setContent(view::Node content) override;
   [[nodiscard]] BottomLeftRect frame() const override { return frame_; }
+  void setFrame(BottomLeftRect frame) override;
   void setFrameOrigin(BottomLeftPoint origin) override;
+  void centre() override;
   [[nodiscard]] bool isVisible() const override { return isVisible_; }
   void orderFrontRegardless() override;
   void orderOut() override;
+  void close() override;
+  [[nodiscard]] Subscription onWillClose(std::function<void()> observer) override;
   [[nodiscard]] Subscription onDidMove(std::function<void()> observer) override;
 
-  [[nodiscard]] QWindow const* window() const { return window_.windowHandle(); }
+  [[nodiscard]] QWindow const* window() const { return window_->windowHandle(); }
 
  private:
   /// Shows the frame where it can be seen; the frame itself stays as it was asked for.
@@ -38,7 +43,8 @@ class QtPanel : public platform::Panel {
 
   PanelServices services_;
   view::PanelSpec spec_;
-  PanelWindow window_;
+  /// May live on for the rest of its own event.
+  std::unique_ptr<PanelWindow, PanelWindowRetiring> window_;
   BottomLeftRect frame_;
   GlobalRect shownAt_;
   /// From the shown window's top-left corner to the pointer, while the left button is down.
@@ -46,6 +52,7 @@ class QtPanel : public platform::Panel {
   bool isVisible_ = false;
   bool isMoveAnnounced_ = false;
   ObserverList<> didMove_;
+  ObserverList<> willClose_;
   Subscription screensDidChange_;
   Lifetime life_;
 };

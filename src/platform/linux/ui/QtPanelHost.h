@@ -18,6 +18,7 @@ class QtPanelHost : public platform::PanelHost {
 
   [[nodiscard]] std::unique_ptr<platform::Panel> makePanel(view::PanelSpec const& spec,
                                                            view::PanelBehaviour& behaviour) override;
+  [[nodiscard]] Size fittingSize(view::Node const& content) override;
 
   /// None for windows that are no panel's.
   [[nodiscard]] QtPanel const* panelOf(QWindow const* window) const;

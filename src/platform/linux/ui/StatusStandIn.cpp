@@ -13,12 +13,20 @@ constexpr double kHeight = 24;
 constexpr double kMarginAtTop = 4;
 constexpr double kMarginAtRight = 8;
 
+view::PanelSpec specOfItem() {
+  view::PanelSpec spec;
+  spec.name = "StatusItem";
+  spec.isOpaque = false;
+  spec.hasShadow = false;
+  return spec;
+}
+
 }  // namespace
 
 StatusStandIn::StatusStandIn(PanelServices const& services, double width, std::function<void()> clicked)
     : services_(services),
       width_(width > 0 ? width : kHeight),
-      window_("StatusItem", Opacity::translucent, services.client, services.compositor),
+      window_(specOfItem(), behaviour_, services.loop, services.client, services.compositor),
       screensDidChange_(services.screens.onDidChange([this] { place(); })) {
   window_.onRelease([this, clicked = std::move(clicked)](QPointF pointer) {
     bool const isInside = window_.geometry().contains(pointer.toPoint());
@@ -34,7 +42,7 @@ StatusStandIn::~StatusStandIn() {
 }
 
 void StatusStandIn::setImage(view::Drawing const& image) {
-  window_.setContent(view::Node{view::Canvas{image}, {}});
+  window_.setContent(view::node(view::Canvas{image}));
 }
 
 void StatusStandIn::place() {

@@ -21,11 +21,17 @@ class StatusStandIn {
   [[nodiscard]] GlobalRect frame() const { return frame_; }
 
  private:
+  struct NeverKey : view::PanelBehaviour {
+    [[nodiscard]] bool canBecomeKey() const override { return false; }
+    [[nodiscard]] bool canBecomeMain() const override { return false; }
+  };
+
   void place();
 
   PanelServices services_;
   double width_;
   GlobalRect frame_;
+  NeverKey behaviour_;
   PanelWindow window_;
   Subscription screensDidChange_;
 };

@@ -28,6 +28,22 @@ void XClient::setClass(XWindowId window, QString const& name) {
   XSetClassHint(display_, window, &hint);
 }
 
+XWindowId XClient::focus() {
+  Window window = 0;
+  int revertTo = 0;
+  XGetInputFocus(display_, &window, &revertTo);
+  return window;
+}
+
+void XClient::setFocus(XWindowId window) {
+  constexpr XWindowId kPointerRoot = 1;
+  XWindowAttributes attributes{};
+  if (window <= kPointerRoot || XGetWindowAttributes(display_, window, &attributes) == 0) return;
+  if (attributes.map_state != IsViewable) return;
+  XSetInputFocus(display_, window, RevertToParent, CurrentTime);
+  XFlush(display_);
+}
+
 void XClient::setShape(XWindowId window, std::vector<PixelRect> const& pixels) {
   combine(window, Shape::bounding, pixels);
 }

@@ -21,6 +21,11 @@ class XClient {
   /// Resource name and class: what window lists and tests call the window.
   void setClass(XWindowId window, QString const& name);
 
+  /// The window that has the keyboard; 0 or 1 when none has it.
+  [[nodiscard]] XWindowId focus();
+  /// Without asking the window manager. Nothing happens when the window is not shown.
+  void setFocus(XWindowId window);
+
   /// The pixels of the window that exist; nothing else of it is shown or can be clicked.
   void setShape(XWindowId window, std::vector<PixelRect> const& pixels);
   void clearShape(XWindowId window);

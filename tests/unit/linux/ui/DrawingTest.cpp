@@ -6,7 +6,7 @@
 #include <QPixmap>
 
 #include "platform/linux/ui/DrawingIcon.h"
-#include "platform/linux/ui/NodePainter.h"
+#include "platform/linux/ui/DrawingPainter.h"
 
 namespace morla::linux {
 namespace {
@@ -20,38 +20,30 @@ view::Drawing square(double side, view::Colour colour) {
   return {{side, side}, {view::FillRoundedRect{{{0, 0}, {side, side}}, 0, colour}}};
 }
 
-TEST(NodePainter, DrawsUpwardsFromTheBottomLeft) {
+QImage painted(view::Drawing const& drawing, QSize size, double scale) {
+  QImage image(size * scale, QImage::Format_ARGB32_Premultiplied);
+  image.setDevicePixelRatio(scale);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  paintDrawing(painter, drawing, QRectF(QPointF(0, 0), size));
+  return image;
+}
+
+TEST(DrawingPainter, DrawsUpwardsFromTheBottomLeft) {
   view::Drawing const drawing{{10, 10}, {view::FillRoundedRect{{{0, 0}, {10, 2}}, 0, kRed}}};
-  auto const image = renderNode({view::Canvas{drawing}, {}}, {10, 10}, 1);
+  auto const image = painted(drawing, {10, 10}, 1);
   EXPECT_EQ(image.pixelColor(5, 9), QColor(Qt::red));
   EXPECT_EQ(image.pixelColor(5, 8), QColor(Qt::red));
   EXPECT_EQ(image.pixelColor(5, 7).alpha(), 0);
 }
 
-TEST(NodePainter, CentresTheChildrenOfAStackOnTopOfEachOther) {
-  view::Node const stack{view::ZStack{{{view::Canvas{square(10, kRed)}, {}}, {view::Canvas{square(4, kBlue)}, {}}}},
-                         {}};
-  EXPECT_EQ(naturalSize(stack), (Size{10, 10}));
-  auto const image = renderNode(stack, {10, 10}, 1);
-  EXPECT_EQ(image.pixelColor(2, 2), QColor(Qt::red));
-  EXPECT_EQ(image.pixelColor(3, 3), QColor(Qt::blue));
-  EXPECT_EQ(image.pixelColor(6, 6), QColor(Qt::blue));
-  EXPECT_EQ(image.pixelColor(7, 7), QColor(Qt::red));
-}
-
-TEST(NodePainter, DrawsAtTheResolutionOfTheDevice) {
+TEST(DrawingPainter, DrawsAtTheResolutionOfTheDevice) {
   view::Drawing const line{{4, 4}, {view::StrokeLine{{1.75, 0}, {1.75, 4}, 0.5, kRed}}};
-  auto const image = renderNode({view::Canvas{line}, {}}, {4, 4}, 2);
+  auto const image = painted(line, {4, 4}, 2);
   ASSERT_EQ(image.size(), QSize(8, 8));
   EXPECT_EQ(image.pixelColor(2, 4).alpha(), 0);
   EXPECT_EQ(image.pixelColor(3, 4), QColor(Qt::red));
   EXPECT_EQ(image.pixelColor(4, 4).alpha(), 0);
-}
-
-TEST(NodePainter, PutsAnOddChildOnWholePixels) {
-  view::Node const node{view::Canvas{square(3, kRed)}, {}};
-  auto const image = renderNode(node, {10, 10}, 1);
-  for (auto const& run : opaquePixels(image, 1)) EXPECT_EQ(run.width, 3) << "row " << run.y;
 }
 
 TEST(OpaquePixels, AreTheRunsOfEachRow) {

@@ -72,7 +72,7 @@ TEST_F(PanelShapeTest, IsBlendedWhileACompositorRuns) {
 
 TEST_F(PanelShapeTest, FollowsItsContent) {
   view::Drawing const lowerHalf{{40, 40}, {view::FillRoundedRect{{{0, 0}, {40, 20}}, 0, view::kBlack}}};
-  panel_->setContent({view::Canvas{lowerHalf}, ""});
+  panel_->setContent(view::node(view::Canvas{lowerHalf}));
   settle();
   EXPECT_EQ(windowAt({101, 101}), window());
   EXPECT_NE(windowAt({120, 130}), window());

@@ -52,7 +52,8 @@ view::Node makeRoundButton() {
                               view::FillRoundedRect{{{2, 6}, {16, 10}}, 1, view::kBlack},
                               view::FillRoundedRect{{{8, 1}, {4, 3}}, 0, view::kWhite},
                               view::FillRoundedRect{{{5, 0}, {10, 1.5}}, 0.75, view::kWhite}}};
-  return {view::ZStack{{{view::Canvas{disc}, ""}, {view::Canvas{screen}, ""}}}, "Fenêtre"};
+  return view::node(view::ZStack{{view::node(view::Canvas{disc}), view::node(view::Canvas{screen})}})
+      .labelled("Fenêtre");
 }
 
 view::PanelSpec roundButtonSpec() {
