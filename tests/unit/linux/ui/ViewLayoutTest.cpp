@@ -200,6 +200,19 @@ TEST_F(ViewTest, ShowsEverySymbolThatViewsName) {
   }
 }
 
+TEST_F(ViewTest, CutsSignsOutOfFilledSymbols) {
+  for (auto const* name : {"exclamationmark.triangle.fill", "lock.circle.fill", "camera.fill"}) {
+    show(node(view::Symbol{name, {80, view::Weight::regular}, {kRed, 1}}));
+    auto const image = imageOf(view_);
+    int edges = 0;
+    for (int x = 1, y = image.height() / 2; x < image.width(); ++x) {
+      bool const changes = (image.pixelColor(x, y).alpha() >= 128) != (image.pixelColor(x - 1, y).alpha() >= 128);
+      edges += changes ? 1 : 0;
+    }
+    EXPECT_GE(edges, 4) << name << " is one blot";
+  }
+}
+
 TEST_F(ViewTest, FillsABannerWithItsBackground) {
   auto const line = [](std::string value, view::Font font) {
     return node(view::Text{std::move(value), font, {view::kWhite, 1}, {}});

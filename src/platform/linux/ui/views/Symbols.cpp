@@ -216,7 +216,8 @@ QPainterPath symbolShape(std::string const& name, view::Font const& font) {
   if (found == makers().end()) return {};
   double const scale = font.size * kSidePerLetter / kGrid;
   auto path = QTransform::fromScale(scale, scale).map(found->second(Pen(font.weight)));
-  path.setFillRule(Qt::WindingFill);
+  // What was cut out runs in any direction.
+  path.setFillRule(Qt::OddEvenFill);
   return path;
 }
 

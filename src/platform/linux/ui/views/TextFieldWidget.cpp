@@ -71,8 +71,9 @@ void TextFieldWidget::showText() {
   auto const wanted = QString::fromStdString(content().text);
   if (control_->text() == wanted) return;
   int const cursor = control_->cursorPosition();
+  bool const wasAtEnd = cursor == control_->text().size();
   control_->setText(wanted);
-  control_->setCursorPosition(std::min(cursor, static_cast<int>(wanted.size())));
+  if (!wasAtEnd) control_->setCursorPosition(std::min(cursor, static_cast<int>(wanted.size())));
 }
 
 void TextFieldWidget::contentDidChange() {
