@@ -99,11 +99,12 @@ def exported(library):
 
 
 def make_stubs(folder):
+    umbrellas = [path for path in sorted(SDK.glob("*/*.h")) if path.stem == path.parent.name]
     tree = clang_tree.parse([
         LLVM / "bin/clang++", "-target", "arm64-apple-macos13.0", "-x", "objective-c++", "-std=c++20", "-fobjc-arc",
         "-nostdinc++", "-U__nonnull", "-D_GNU_SOURCE", "-D__NO_CTYPE", "-isystem", HERE / "shim", "-isystem", SDK,
         "-isystem", f"/usr/include/{platform.machine()}-linux-gnu", "-isystem", "/usr/include",
-        SDK / "AppKit/AppKit.h"])
+        *(word for path in umbrellas for word in ("-include", path)), "/dev/null"])
     classes, symbols = declared(tree)
     symbols["CoreFoundation"] |= set(CORE_FOUNDATION)
     for framework in sorted(set(classes) | set(symbols)):

@@ -5,10 +5,12 @@
 #pragma clang assume_nonnull begin
 
 typedef NSString* NSAccessibilityRole;
+DECLARE_EXTERN NSAccessibilityRole const NSAccessibilityGroupRole;
 DECLARE_EXTERN NSAccessibilityRole const NSAccessibilityImageRole;
 
 @protocol NSAccessibility <NSObject>
 @property(getter=isAccessibilityElement) BOOL accessibilityElement;
+@property(getter=isAccessibilityHidden) BOOL accessibilityHidden;
 @property(nullable, copy) NSString* accessibilityLabel;
 @property(nullable, copy) NSAccessibilityRole accessibilityRole;
 @end

@@ -4,6 +4,8 @@
 
 #pragma clang assume_nonnull begin
 
+@class NSEvent;
+
 typedef DECLARE_ENUM(NSInteger, NSApplicationActivationPolicy){
     NSApplicationActivationPolicyRegular = 0,
     NSApplicationActivationPolicyAccessory = 1,
@@ -11,6 +13,7 @@ typedef DECLARE_ENUM(NSInteger, NSApplicationActivationPolicy){
 
 @interface NSApplication : NSResponder
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
+@property(nullable, readonly, strong) NSEvent* currentEvent;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
 - (void)run;
 - (void)terminate:(nullable id)sender;

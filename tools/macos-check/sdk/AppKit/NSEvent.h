@@ -7,10 +7,9 @@
 @class NSWindow;
 
 typedef DECLARE_ENUM(NSUInteger, NSEventType){
-    NSEventTypeLeftMouseDown = 1,
-    NSEventTypeLeftMouseUp = 2,
-    NSEventTypeRightMouseDown = 3,
-    NSEventTypeLeftMouseDragged = 6,
+    NSEventTypeLeftMouseDown = 1, NSEventTypeLeftMouseUp = 2,      NSEventTypeRightMouseDown = 3,
+    NSEventTypeRightMouseUp = 4,  NSEventTypeLeftMouseDragged = 6, NSEventTypeOtherMouseDown = 25,
+    NSEventTypeOtherMouseUp = 26,
 };
 
 typedef DECLARE_OPTIONS(unsigned long long, NSEventMask){

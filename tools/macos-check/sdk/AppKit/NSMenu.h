@@ -1,6 +1,6 @@
 #pragma once
 
-#include <AppKit/NSView.h>
+#include <AppKit/NSControl.h>
 
 #pragma clang assume_nonnull begin
 
@@ -13,9 +13,19 @@
 @property(nullable, strong) id representedObject;
 @end
 
+@class NSMenu;
+
+@protocol NSMenuDelegate <NSObject>
+@optional
+- (void)menuWillOpen:(NSMenu*)menu;
+- (void)menuDidClose:(NSMenu*)menu;
+@end
+
 @interface NSMenu : NSObject <NSCopying>
 - (instancetype)initWithTitle:(NSString*)title NS_DESIGNATED_INITIALIZER;
+@property(nullable, weak) id<NSMenuDelegate> delegate;
 - (void)addItem:(NSMenuItem*)newItem;
+- (void)removeAllItems;
 - (BOOL)popUpMenuPositioningItem:(nullable NSMenuItem*)item atLocation:(NSPoint)location inView:(nullable NSView*)view;
 - (void)cancelTrackingWithoutAnimation;
 @end

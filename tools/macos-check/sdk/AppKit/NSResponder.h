@@ -4,7 +4,15 @@
 
 #pragma clang assume_nonnull begin
 
+@protocol NSStandardKeyBindingResponding <NSObject>
+@optional
+- (void)insertNewline:(nullable id)sender;
+@end
+
 @interface NSResponder : NSObject
+@end
+
+@interface NSResponder (NSStandardKeyBindingMethods) <NSStandardKeyBindingResponding>
 @end
 
 typedef NSString* NSUserInterfaceItemIdentifier;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <AppKit/NSView.h>
+#include <AppKit/NSButton.h>
 
 #pragma clang assume_nonnull begin
 

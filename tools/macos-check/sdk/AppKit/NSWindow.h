@@ -1,6 +1,5 @@
 #pragma once
 
-#include <AppKit/NSColor.h>
 #include <AppKit/NSView.h>
 
 #pragma clang assume_nonnull begin
@@ -11,7 +10,10 @@ typedef DECLARE_ENUM(NSUInteger, NSBackingStoreType){
 
 typedef DECLARE_OPTIONS(NSUInteger, NSWindowStyleMask){
     NSWindowStyleMaskBorderless = 0,
+    NSWindowStyleMaskTitled = 1 << 0,
+    NSWindowStyleMaskClosable = 1 << 1,
     NSWindowStyleMaskNonactivatingPanel = 1 << 7,
+    NSWindowStyleMaskFullSizeContentView = 1 << 15,
 };
 
 typedef DECLARE_OPTIONS(NSUInteger, NSWindowCollectionBehavior){
@@ -19,7 +21,17 @@ typedef DECLARE_OPTIONS(NSUInteger, NSWindowCollectionBehavior){
     NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8,
 };
 
+typedef DECLARE_ENUM(NSInteger, NSWindowTitleVisibility){
+    NSWindowTitleVisible = 0,
+    NSWindowTitleHidden = 1,
+};
+
 typedef NSInteger NSWindowLevel;
+
+@protocol NSWindowDelegate <NSObject>
+@optional
+- (void)windowWillClose:(NSNotification*)notification;
+@end
 
 @interface NSWindow : NSResponder <NSUserInterfaceItemIdentification, NSAccessibility>
 - (instancetype)initWithContentRect:(NSRect)contentRect
@@ -28,7 +40,10 @@ typedef NSInteger NSWindowLevel;
                               defer:(BOOL)flag NS_DESIGNATED_INITIALIZER;
 
 @property(copy) NSString* title;
+@property NSWindowTitleVisibility titleVisibility;
+@property BOOL titlebarAppearsTransparent;
 @property(nullable, strong) __kindof NSView* contentView;
+@property(nullable, weak) id<NSWindowDelegate> delegate;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(getter=isOpaque) BOOL opaque;
 @property(copy, null_resettable) NSColor* backgroundColor;
@@ -37,6 +52,7 @@ typedef NSInteger NSWindowLevel;
 @property NSWindowCollectionBehavior collectionBehavior;
 @property(getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
 @property BOOL hidesOnDeactivate;
+@property BOOL allowsToolTipsWhenApplicationIsInactive;
 @property(readonly) BOOL canBecomeKeyWindow;
 @property(readonly) BOOL canBecomeMainWindow;
 
@@ -50,6 +66,7 @@ typedef NSInteger NSWindowLevel;
 - (void)orderFrontRegardless;
 - (void)orderOut:(nullable id)sender;
 - (void)close;
+- (void)sendEvent:(NSEvent*)event;
 @end
 
 DECLARE_EXTERN NSNotificationName NSWindowDidMoveNotification;

@@ -12,6 +12,7 @@
 #include <Foundation/NSValue.h>
 // Text and collections.
 #include <Foundation/NSArray.h>
+#include <Foundation/NSAttributedString.h>
 #include <Foundation/NSData.h>
 #include <Foundation/NSDictionary.h>
 #include <Foundation/NSString.h>

@@ -36,6 +36,7 @@ __attribute__((objc_root_class))
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 + (instancetype)alloc;
 + (Class)class;
++ (BOOL)isSubclassOfClass:(Class)aClass;
 @end
 
 #pragma clang assume_nonnull end
