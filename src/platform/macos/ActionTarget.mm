@@ -13,7 +13,9 @@
 }
 
 - (void)performAction:(nullable id)sender {
-  if (_action) _action();
+  // A copy, because the action may be the end of this object.
+  auto const action = _action;
+  if (action) action();
 }
 
 @end

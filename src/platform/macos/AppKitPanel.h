@@ -9,22 +9,11 @@
 #include "base/MainLoop.h"
 #include "base/ObserverList.h"
 #include "platform/Panel.h"
-#include "platform/macos/NodeView.h"
 #include "platform/macos/Observation.h"
+#include "platform/macos/PanelWindow.h"
+#include "platform/macos/nodes/RenderedTree.h"
 
 NS_ASSUME_NONNULL_BEGIN
-
-/// The one native class of all panels; what their classes decide for themselves, it asks the behaviour.
-@interface MORLAPanel : NSPanel
-/// The panel that this window is; null once that has ended.
-@property(nonatomic, nullable) morla::platform::Panel* owner;
-- (instancetype)initWithSpec:(morla::view::PanelSpec const&)spec
-                   behaviour:(morla::view::PanelBehaviour&)behaviour NS_DESIGNATED_INITIALIZER;
-- (instancetype)initWithContentRect:(NSRect)contentRect
-                          styleMask:(NSWindowStyleMask)style
-                            backing:(NSBackingStoreType)backingStoreType
-                              defer:(BOOL)flag NS_UNAVAILABLE;
-@end
 
 namespace morla::macos {
 
@@ -36,20 +25,26 @@ class AppKitPanel final : public platform::Panel {
   void setContentSize(Size size) override;
   void setContent(view::Node content) override;
   [[nodiscard]] BottomLeftRect frame() const override;
+  void setFrame(BottomLeftRect frame) override;
   void setFrameOrigin(BottomLeftPoint origin) override;
+  void centre() override;
   [[nodiscard]] bool isVisible() const override;
   void orderFrontRegardless() override;
   void orderOut() override;
+  void close() override;
+  [[nodiscard]] Subscription onWillClose(std::function<void()> observer) override;
   [[nodiscard]] Subscription onDidMove(std::function<void()> observer) override;
 
  private:
+  void announceClose();
   void announceMove();
   void trace(char const* event) const;
 
   std::string name_;
   MainLoop& loop_;
+  RenderedTree content_;
   MORLAPanel* window_;
-  MORLANodeView* content_;
+  ObserverList<> closing_;
   ObserverList<> moved_;
   bool isMoveAnnounced_ = false;
   Observation didMove_;
@@ -61,6 +56,7 @@ class AppKitPanelHost final : public platform::PanelHost {
   explicit AppKitPanelHost(MainLoop& loop) : loop_(loop) {}
   [[nodiscard]] std::unique_ptr<platform::Panel> makePanel(view::PanelSpec const& spec,
                                                            view::PanelBehaviour& behaviour) override;
+  [[nodiscard]] Size fittingSize(view::Node const& content) override;
 
  private:
   MainLoop& loop_;

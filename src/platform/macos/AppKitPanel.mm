@@ -8,62 +8,25 @@
 #include "platform/macos/Rects.h"
 #include "platform/macos/Text.h"
 
-// The core's numbers are AppKit's own.
-static_assert(morla::view::kBorderless.bits == NSWindowStyleMaskBorderless);
-static_assert(morla::view::kNonactivatingPanel.bits == NSWindowStyleMaskNonactivatingPanel);
-static_assert(morla::view::kCanJoinAllSpaces.bits == NSWindowCollectionBehaviorCanJoinAllSpaces);
-static_assert(morla::view::kFullScreenAuxiliary.bits == NSWindowCollectionBehaviorFullScreenAuxiliary);
-
-@implementation MORLAPanel {
-  morla::view::PanelBehaviour* _behaviour;
-}
-
-- (instancetype)initWithSpec:(morla::view::PanelSpec const&)spec behaviour:(morla::view::PanelBehaviour&)behaviour {
-  self = [super initWithContentRect:morla::macos::nsRect(spec.contentRect)
-                          styleMask:spec.styleMask.bits
-                            backing:NSBackingStoreBuffered
-                              defer:NO];
-  if (self == nil) return nil;
-  _behaviour = &behaviour;
-  // Without this, `close` would release the window once more than ARC does.
-  self.releasedWhenClosed = NO;
-  self.opaque = spec.isOpaque;
-  if (!spec.isOpaque) self.backgroundColor = [NSColor clearColor];
-  self.hasShadow = spec.hasShadow;
-  self.level = static_cast<NSWindowLevel>(spec.level);
-  self.collectionBehavior = spec.collectionBehaviour.bits;
-  self.movableByWindowBackground = spec.isMovableByBackground;
-  self.hidesOnDeactivate = spec.hidesOnDeactivate;
-  self.identifier = morla::macos::labelText(spec.name);
-  self.title = morla::macos::labelText(spec.name);
-  return self;
-}
-
-// AppKit may ask while the window is being made, when it has no behaviour yet.
-- (BOOL)canBecomeKeyWindow {
-  return _behaviour != nullptr && _behaviour->canBecomeKey();
-}
-
-- (BOOL)canBecomeMainWindow {
-  return _behaviour != nullptr && _behaviour->canBecomeMain();
-}
-
-@end
-
 namespace morla::macos {
 
 AppKitPanel::AppKitPanel(view::PanelSpec const& spec, view::PanelBehaviour& behaviour, MainLoop& loop)
     : name_(spec.name),
       loop_(loop),
-      window_([[MORLAPanel alloc] initWithSpec:spec behaviour:behaviour]),
-      content_([[MORLANodeView alloc] initWithFrame:NSMakeRect(0, 0, 0, 0)]),
+      content_(loop),
+      window_(makePanelWindow(spec, behaviour)),
       didMove_([NSNotificationCenter defaultCenter], NSWindowDidMoveNotification, window_, [this] { announceMove(); }) {
   window_.owner = this;
-  window_.contentView = content_;
+  window_.contentView = content_.view();
+  std::function<void()> const willClose = life_.weak([this] { announceClose(); });
+  window_.onWillClose = ^{
+    willClose();
+  };
 }
 
 AppKitPanel::~AppKitPanel() {
   window_.owner = nullptr;
+  window_.onWillClose = nil;
   [window_ close];
 }
 
@@ -78,16 +41,33 @@ void AppKitPanel::setContentSize(Size size) {
 
 void AppKitPanel::setContent(view::Node content) {
   assertIsMainThread();
-  [content_ showNode:std::move(content)];
+  content_.show(content);
 }
 
 BottomLeftRect AppKitPanel::frame() const {
   return bottomLeft(window_.frame);
 }
 
+void AppKitPanel::setFrame(BottomLeftRect frame) {
+  assertIsMainThread();
+  bool const isResized = this->frame().size != frame.size;
+  [window_ setFrame:nsRect(frame) display:YES];
+  if (isResized) trace("resized");
+}
+
 void AppKitPanel::setFrameOrigin(BottomLeftPoint origin) {
   assertIsMainThread();
   [window_ setFrameOrigin:nsPoint(origin)];
+}
+
+// Not `center`, which puts a window somewhat above the middle.
+void AppKitPanel::centre() {
+  assertIsMainThread();
+  NSScreen* const screen = [NSScreen screens].firstObject;
+  if (screen == nil) return;
+  auto const [origin, area] = bottomLeft(screen.frame);
+  auto const size = frame().size;
+  setFrameOrigin({origin.x + (area.width - size.width) / 2, origin.y + (area.height - size.height) / 2});
 }
 
 bool AppKitPanel::isVisible() const {
@@ -108,9 +88,27 @@ void AppKitPanel::orderOut() {
   if (wasVisible) trace("hidden");
 }
 
+void AppKitPanel::close() {
+  assertIsMainThread();
+  [window_ close];
+}
+
+Subscription AppKitPanel::onWillClose(std::function<void()> observer) {
+  assertIsMainThread();
+  return closing_.add(std::move(observer));
+}
+
 Subscription AppKitPanel::onDidMove(std::function<void()> observer) {
   assertIsMainThread();
   return moved_.add(std::move(observer));
+}
+
+void AppKitPanel::announceClose() {
+  // An observer may end the panel.
+  auto hidden = life_.weak([this] { trace("hidden"); });
+  bool const wasVisible = isVisible();
+  closing_.call();
+  if (wasVisible) hidden();
 }
 
 void AppKitPanel::announceMove() {
@@ -134,6 +132,11 @@ std::unique_ptr<platform::Panel> AppKitPanelHost::makePanel(view::PanelSpec cons
                                                             view::PanelBehaviour& behaviour) {
   assertIsMainThread();
   return std::make_unique<AppKitPanel>(spec, behaviour, loop_);
+}
+
+Size AppKitPanelHost::fittingSize(view::Node const& content) {
+  assertIsMainThread();
+  return macos::fittingSize(content, loop_);
 }
 
 }  // namespace morla::macos

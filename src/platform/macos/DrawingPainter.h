@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "view/View.h"
+#include "view/Drawing.h"
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -12,9 +12,6 @@ namespace morla::macos {
 
 /// With the drawing's bottom-left corner at `origin`. Any thread.
 void draw(view::Drawing const& drawing, NSPoint origin);
-
-/// With every node centred in `bounds`.
-void draw(view::Node const& node, NSRect bounds);
 
 /// A drawing as an image that is drawn anew for each resolution; in its own colours, never tinted by the system.
 [[nodiscard]] NSImage* makeImage(view::Drawing drawing);

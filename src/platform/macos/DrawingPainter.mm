@@ -54,32 +54,10 @@ class Pen {
   NSPoint origin_;
 };
 
-class NodePainter {
- public:
-  explicit NodePainter(NSRect bounds) : bounds_(bounds) {}
-
-  void operator()(view::ZStack const& stack) const {
-    for (auto const& child : stack.children) draw(child, bounds_);
-  }
-
-  void operator()(view::Canvas const& canvas) const {
-    auto const& size = canvas.drawing.size;
-    draw(canvas.drawing, NSMakePoint(bounds_.origin.x + (bounds_.size.width - size.width) / 2,
-                                     bounds_.origin.y + (bounds_.size.height - size.height) / 2));
-  }
-
- private:
-  NSRect bounds_;
-};
-
 }  // namespace
 
 void draw(view::Drawing const& drawing, NSPoint origin) {
   for (auto const& step : drawing.steps) std::visit(Pen(origin), step);
-}
-
-void draw(view::Node const& node, NSRect bounds) {
-  std::visit(NodePainter(bounds), node.content);
 }
 
 NSImage* makeImage(view::Drawing drawing) {
