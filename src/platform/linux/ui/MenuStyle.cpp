@@ -6,6 +6,9 @@
 #include <QPainterPath>
 #include <QStyleOptionMenuItem>
 
+#include "platform/linux/ui/views/Colours.h"
+#include "platform/linux/ui/views/Lettering.h"
+
 namespace morla::linux {
 namespace {
 
@@ -17,7 +20,6 @@ constexpr int kRightPadding = 16;
 constexpr int kShortcutGap = 24;
 constexpr double kPanelRadius = 8;
 constexpr double kRowRadius = 6;
-constexpr int kFontSize = 13;
 
 struct Colours {
   QColor panel;
@@ -28,18 +30,12 @@ struct Colours {
 };
 
 Colours coloursOf(QPalette const& palette, Corners corners) {
+  using view::SystemColour;
   // Only what is blended can be seen through.
-  float const opacity = corners == Corners::round ? 0.95F : 1.0F;
-  auto const withAlpha = [](QColor colour, float alpha) {
-    colour.setAlphaF(alpha);
-    return colour;
-  };
-  if (palette.color(QPalette::Window).lightness() < 128) {
-    return {withAlpha(QColor(0x1E, 0x1E, 0x1E), opacity), withAlpha(Qt::white, 0.15F), withAlpha(Qt::white, 0.85F),
-            withAlpha(Qt::white, 0.5F), QColor(0x0A, 0x84, 0xFF)};
-  }
-  return {withAlpha(QColor(0xEC, 0xEC, 0xEC), opacity), withAlpha(Qt::black, 0.15F), withAlpha(Qt::black, 0.85F),
-          withAlpha(Qt::black, 0.5F), QColor(0x00, 0x7A, 0xFF)};
+  double const opacity = corners == Corners::round ? 0.95 : 1;
+  return {faded(toQt(SystemColour::windowBackground, palette), opacity), toQt(SystemColour::separator, palette),
+          toQt(SystemColour::primary, palette), toQt(SystemColour::secondary, palette),
+          toQt(SystemColour::accent, palette)};
 }
 
 void drawTick(QPainter& painter, QRectF const& column, QColor const& colour) {
@@ -132,10 +128,7 @@ QSize MenuStyle::sizeFromContents(ContentsType type, QStyleOption const* option,
 }
 
 QFont MenuStyle::font() {
-  QFont font;
-  font.setFamilies(QStringList{"Inter"} + font.families());
-  font.setPixelSize(kFontSize);
-  return font;
+  return toQt(view::Font{});
 }
 
 }  // namespace morla::linux

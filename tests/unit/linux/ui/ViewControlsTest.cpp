@@ -1,3 +1,4 @@
+#include <QAbstractEventDispatcher>
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
@@ -210,6 +211,19 @@ TEST_F(ViewControlsTest, AFieldTellsEveryEditAndReturn) {
   QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
   QApplication::sendEvent(&edit, &enter);
   EXPECT_EQ(submitted, 1);
+}
+
+TEST_F(ViewControlsTest, ASpinnerWakesNobodyWhileItCannotBeSeen) {
+  show(node(view::Spinner{}));
+  auto& spinner = the<SpinnerWidget>();
+  auto const timers = [&] { return QAbstractEventDispatcher::instance()->registeredTimers(&spinner).size(); };
+  EXPECT_EQ(timers(), 1);
+  show(node(view::Spinner{}).hidden(true));
+  EXPECT_EQ(timers(), 0);
+  show(node(view::Spinner{}));
+  EXPECT_EQ(timers(), 1);
+  view_.hide();
+  EXPECT_EQ(timers(), 0);
 }
 
 TEST_F(ViewControlsTest, FollowTheAppearanceOfTheDesktop) {
