@@ -163,7 +163,7 @@ class Packages(unittest.TestCase):
         with open(os.path.join(REPOSITORY, "tools", "packages"), encoding="utf-8") as file:
             lines = [line.partition("#")[0].strip() for line in file]
         groups = [line.strip("[]") for line in lines if line.startswith("[")]
-        self.assertEqual(groups, ["build", "run", "test", "macos", "check", "tidy"])
+        self.assertEqual(groups, ["build", "run", "test", "macos", "check", "bench", "tidy"])
         names = [name.strip() for line in lines if line and not line.startswith("[") for name in line.split("|")]
         for name in names:
             self.assertRegex(name, r"^[a-z0-9][a-z0-9+.-]+$")
