@@ -35,8 +35,12 @@ class Settings(PrivacyTest):
         return int(answer.stdout.split()[-1]) if answer.returncode == 0 else None
 
     def end_settings(self):
-        if self.process():
-            os.kill(self.process(), signal.SIGTERM)
+        """With its window, which the next test must not take for its own."""
+        if process := self.process():
+            os.kill(process, signal.SIGTERM)
+        gone = self.display.wait_until(
+            lambda: not any(self.window_called(title) for title in (self.AUTOMATION, self.SCREEN)), SECONDS)
+        self.assertTrue(gone, "the window of the settings is still there")
 
     def open_settings(self, *address):
         self.settings = programs.Program([programs.path_of("captureone-sim"), "--privacy", *address],
