@@ -19,6 +19,7 @@ struct Considerations {
   static constexpr std::uint32_t kIgnoreHyphens = 4;
   static constexpr std::uint32_t kIgnorePunctuation = 8;
   static constexpr std::uint32_t kIgnoreWhiteSpace = 16;
+  static constexpr std::uint32_t kConsiderNumericStrings = 32;  ///< "2" comes before "10"; the others are ignored bits
   friend bool operator==(Considerations, Considerations) = default;
 };
 

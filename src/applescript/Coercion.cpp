@@ -3,8 +3,11 @@
 #include <charconv>
 #include <cmath>
 
+#include "applescript/Calendar.h"
+#include "applescript/DateProperties.h"
 #include "applescript/Describe.h"
 #include "applescript/ScriptError.h"
+#include "applescript/ScriptInstance.h"
 
 namespace morla::applescript {
 namespace {
@@ -39,6 +42,8 @@ constexpr double kLargestInteger = 536870911;
 
 [[nodiscard]] std::optional<Datum> toInteger(Datum const& datum) {
   if (auto const* boolean = datum.as<bool>()) return std::int64_t{*boolean ? 1 : 0};
+  if (auto const month = monthNumber(datum)) return *month;
+  if (auto const weekday = weekdayNumber(datum)) return *weekday;
   std::optional<Datum> const number = coercedToNumber(datum);
   if (!number) return std::nullopt;
   if (number->as<std::int64_t>() != nullptr) return number;
@@ -77,6 +82,14 @@ constexpr double kLargestInteger = 536870911;
   return Alias{*path};
 }
 
+[[nodiscard]] std::optional<Datum> toDate(Datum const& datum, RunState& state) {
+  auto const* text = datum.as<Text>();
+  if (text == nullptr) return std::nullopt;
+  std::optional<std::int64_t> const moment = parseDate(text->view(), state.host.now().seconds);
+  if (!moment) raise(errors::kInvalidDate, "Invalid date and time " + sourceText(datum, state) + ".", datum);
+  return Date(*moment);
+}
+
 [[nodiscard]] std::optional<Datum> toList(Datum const& datum, RunState& state) {
   if (datum.as<ListReference>() != nullptr) return datum;
   std::vector<Datum> items;
@@ -113,9 +126,31 @@ std::string posixPath(std::string const& hfsPath) {
   return result;
 }
 
+[[nodiscard]] static Datum valueAt(PropertyPlace const& place) {
+  Datum const* value = storageAt(place);
+  if (value == nullptr) raise(errors::kNoSuchObject, "Can’t get a property.", place.owner);
+  return *value;
+}
+
+Datum* storageAt(PropertyPlace const& place) {
+  if (auto const* record = place.owner.as<RecordReference>()) return (*record)->find(place.key);
+  if (auto const* script = place.owner.as<ScriptReference>()) return (*script)->find(place.key);
+  return nullptr;
+}
+
 Datum dereferenced(Datum datum) {
   // A reference may lead to another one; a list's items can be set to references in a circle.
   for (int hops = 0; hops < 100; ++hops) {
+    if (auto const* variable = datum.as<VariableReference>()) {
+      Datum next = variable->variables->slots[variable->slot].value;
+      datum = std::move(next);
+      continue;
+    }
+    if (auto const* property = datum.as<PropertyReference>()) {
+      Datum next = valueAt(**property);
+      datum = std::move(next);
+      continue;
+    }
     auto const* reference = datum.as<ItemReference>();
     if (reference == nullptr) return datum;
     if (reference->index >= reference->list->items.size()) {
@@ -144,6 +179,7 @@ std::optional<std::string> coercedToText(Datum const& datum, RunState& state, st
   if (datum.as<Enumerator>() != nullptr) return sourceText(datum, state);
   if (auto const* file = datum.as<FileUrl>()) return hfsPath(file->path);
   if (auto const* alias = datum.as<Alias>()) return hfsPath(alias->path);
+  if (auto const* date = datum.as<Date>()) return dateText(*date);
   if (datum.as<ItemReference>() != nullptr) return coercedToText(dereferenced(datum), state, depth + 1);
   auto const* list = datum.as<ListReference>();
   if (list == nullptr) return std::nullopt;
@@ -191,6 +227,10 @@ std::optional<Datum> coerced(Datum const& original, Code type, RunState& state) 
     auto const* text = datum.as<Text>();
     if (text != nullptr) result = FileUrl{text->string()};
     if (text == nullptr && filePath(datum)) result = FileUrl{*filePath(datum)};
+  } else if (type == "ldt "_code) {
+    result = toDate(datum, state);
+  } else if (type == "enum"_code && datum.as<Enumerator>() != nullptr) {
+    result = datum;
   } else if (type == "obj "_code && datum.as<ApplicationObject>() != nullptr) {
     result = datum;
   }
@@ -221,7 +261,13 @@ Code classOf(Datum const& datum) {
       return object.specifier == nullptr ? "capp"_code : object.specifier->wanted;
     }
     Code operator()(ItemReference const&) const { return "obj "_code; }
-    Code operator()(ScriptItself) const { return "scpt"_code; }
+    Code operator()(VariableReference const&) const { return "obj "_code; }
+    Code operator()(PropertyReference const&) const { return "obj "_code; }
+    Code operator()(ScriptReference const&) const { return "scpt"_code; }
+    Code operator()(HandlerValue const&) const { return "hand"_code; }
+    Code operator()(Language) const { return "capp"_code; }
+    Code operator()(Date const&) const { return "ldt "_code; }
+    Code operator()(ActivationReference const&) const { return "null"_code; }
     Code operator()(InsertionPoint const&) const { return "insl"_code; }
   };
   return std::visit(Visitor{}, datum.data);

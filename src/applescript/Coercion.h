@@ -7,8 +7,10 @@
 
 namespace morla::applescript {
 
-/// What a reference to a list's item refers to at last; any other datum is itself.
+/// What a reference to a list's item, a variable or a property refers to at last; any other datum is itself.
 [[nodiscard]] Datum dereferenced(Datum datum);
+/// Null when the owner has no such property any more.
+[[nodiscard]] Datum* storageAt(PropertyPlace const& place);
 
 /// The language's coercions of values. They answer nothing where the value cannot become the class.
 [[nodiscard]] std::optional<Datum> coerced(Datum const& datum, Code type, RunState& state);

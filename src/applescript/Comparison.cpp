@@ -17,26 +17,6 @@ namespace {
   return std::ranges::none_of(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80U; });
 }
 
-/// The code point at `position` of well-formed text, and how many bytes it takes; a stray byte stands for itself.
-struct CodePoint {
-  char32_t value;
-  std::size_t bytes;
-};
-[[nodiscard]] CodePoint codePointAt(std::string_view text, std::size_t position) {
-  auto const byte = [text, position](std::size_t i) -> std::uint32_t {
-    return position + i < text.size() ? static_cast<unsigned char>(text[position + i]) : 0U;
-  };
-  std::uint32_t const first = byte(0);
-  if (first < 0xC0U) return {first, 1};
-  std::size_t const length = first < 0xE0U ? 2 : first < 0xF0U ? 3 : 4;
-  std::uint32_t value = first & (0xFFU >> (length + 1));
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0U) != 0x80U) return {first, 1};
-    value = (value << 6U) | (byte(i) & 0x3FU);
-  }
-  return {value, length};
-}
-
 /// The blocks of combining marks: what canonical decomposition leaves behind a letter.
 [[nodiscard]] bool isCombining(char32_t c) {
   return (c >= 0x300 && c <= 0x36F) || (c >= 0x1AB0 && c <= 0x1AFF) || (c >= 0x1DC0 && c <= 0x1DFF) ||
@@ -110,6 +90,36 @@ struct CodePoint {
   return datum.as<std::int64_t>() != nullptr || datum.as<double>() != nullptr;
 }
 
+/// The digits at the beginning of `text`, without zeros at their front.
+[[nodiscard]] std::string_view numberAtFront(std::string_view& text) {
+  std::size_t end = 0;
+  while (end < text.size() && text[end] >= '0' && text[end] <= '9') ++end;
+  std::string_view digits = text.substr(0, end);
+  text.remove_prefix(end);
+  while (digits.size() > 1 && digits.front() == '0') digits.remove_prefix(1);
+  return digits;
+}
+
+/// -1, 0 or 1; with numeric strings considered, digits that stand together are one number.
+[[nodiscard]] int orderOfTexts(std::string_view a, std::string_view b, Considerations considerations) {
+  if (!ignores(considerations, Considerations::kConsiderNumericStrings)) return std::clamp(a.compare(b), -1, 1);
+  while (!a.empty() && !b.empty()) {
+    std::string_view const x = numberAtFront(a);
+    std::string_view const y = numberAtFront(b);
+    if (!x.empty() && !y.empty()) {
+      if (x.size() != y.size()) return x.size() < y.size() ? -1 : 1;
+      if (int const order = x.compare(y); order != 0) return std::clamp(order, -1, 1);
+      continue;
+    }
+    if (x.empty() != y.empty()) return x.empty() ? (a.front() < y.front() ? -1 : 1) : (x.front() < b.front() ? -1 : 1);
+    if (a.front() != b.front())
+      return static_cast<unsigned char>(a.front()) < static_cast<unsigned char>(b.front()) ? -1 : 1;
+    a.remove_prefix(1);
+    b.remove_prefix(1);
+  }
+  return a.empty() ? (b.empty() ? 0 : -1) : 1;
+}
+
 [[nodiscard]] bool isEqualAt(Datum const& a, Datum const& b, RunState const& state, std::size_t depth) {
   if (depth > state.limits.depth) raise(errors::kNestedTooDeeply, "The value is nested too deeply.");
   if (isNumber(a) && isNumber(b)) return numberOf(a) == numberOf(b);
@@ -117,7 +127,8 @@ struct CodePoint {
   if (auto const* text = a.as<Text>()) {
     std::string_view const x = text->view();
     std::string_view const y = b.as<Text>()->view();
-    return x == y || folded(x, state.considerations) == folded(y, state.considerations);
+    return x == y ||
+           orderOfTexts(folded(x, state.considerations), folded(y, state.considerations), state.considerations) == 0;
   }
   if (auto const* list = a.as<ListReference>()) {
     return areListsEqual(**list, **b.as<ListReference>(), state, depth + 1);
@@ -140,7 +151,10 @@ struct CodePoint {
   if (auto const* enumerator = a.as<Enumerator>()) return *enumerator == *b.as<Enumerator>();
   if (auto const* file = a.as<FileUrl>()) return *file == *b.as<FileUrl>();
   if (auto const* alias = a.as<Alias>()) return *alias == *b.as<Alias>();
-  return a.isNull() || a.as<ScriptItself>() != nullptr;
+  if (auto const* script = a.as<ScriptReference>()) return *script == *b.as<ScriptReference>();
+  if (auto const* handler = a.as<HandlerValue>()) return handler->handler == b.as<HandlerValue>()->handler;
+  if (auto const* date = a.as<Date>()) return *date->seconds == *b.as<Date>()->seconds;
+  return a.isNull() || a.as<Language>() != nullptr;
 }
 
 /// -1, 0 or 1
@@ -153,7 +167,12 @@ struct CodePoint {
   if (auto const* text = left.as<Text>()) {
     Datum const other = coerce(right, "ctxt"_code, state);
     std::string const x = folded(text->view(), state.considerations);
-    return std::clamp(x.compare(folded(other.as<Text>()->view(), state.considerations)), -1, 1);
+    return orderOfTexts(x, folded(other.as<Text>()->view(), state.considerations), state.considerations);
+  }
+  if (auto const* date = left.as<Date>()) {
+    Datum const other = coerce(right, "ldt "_code, state);
+    std::int64_t const difference = *date->seconds - *other.as<Date>()->seconds;
+    return difference < 0 ? -1 : difference > 0 ? 1 : 0;
   }
   raiseCannotMake(left, "nmbr"_code, state);
 }
@@ -204,6 +223,21 @@ enum class Place { anywhere, start, end };
 
 }  // namespace
 
+CodePoint codePointAt(std::string_view text, std::size_t position) {
+  auto const byte = [text, position](std::size_t i) -> std::uint32_t {
+    return position + i < text.size() ? static_cast<unsigned char>(text[position + i]) : 0U;
+  };
+  std::uint32_t const first = byte(0);
+  if (first < 0xC0U) return {first, 1};
+  std::size_t const length = first < 0xE0U ? 2 : first < 0xF0U ? 3 : 4;
+  std::uint32_t value = first & (0xFFU >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((byte(i) & 0xC0U) != 0x80U) return {first, 1};
+    value = (value << 6U) | (byte(i) & 0x3FU);
+  }
+  return {value, length};
+}
+
 std::string folded(std::string_view text, Considerations considerations) {
   bool const isPlain = isAscii(text);
   std::string result = isPlain ? std::string(text) : unicode::canonicallyDecomposed(text);
@@ -215,7 +249,8 @@ std::string folded(std::string_view text, Considerations considerations) {
       result = unicode::canonicallyDecomposed(unicode::caseFolded(result));
     }
   }
-  bool const ignoresMore = (considerations.bits & ~Considerations::kIgnoreCase) != 0;
+  constexpr std::uint32_t kOthers = Considerations::kIgnoreCase | Considerations::kConsiderNumericStrings;
+  bool const ignoresMore = (considerations.bits & ~kOthers) != 0;
   return ignoresMore ? withoutIgnored(result, considerations) : result;
 }
 

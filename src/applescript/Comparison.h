@@ -9,6 +9,13 @@
 
 namespace morla::applescript {
 
+/// The code point at `position` of well-formed text, and how many bytes it takes; a stray byte stands for itself.
+struct CodePoint {
+  char32_t value;
+  std::size_t bytes;
+};
+[[nodiscard]] CodePoint codePointAt(std::string_view text, std::size_t position);
+
 /// Text in the form in which two texts that count as equal are the same bytes.
 [[nodiscard]] std::string folded(std::string_view text, Considerations considerations);
 

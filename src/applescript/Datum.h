@@ -62,6 +62,13 @@ class ListObject;
 class RecordObject;
 using ListReference = std::shared_ptr<ListObject>;      // never null
 using RecordReference = std::shared_ptr<RecordObject>;  // never null
+class ScriptInstance;
+using ScriptReference = std::shared_ptr<ScriptInstance>;  // never null in a datum
+class Activation;
+using ActivationReference = std::shared_ptr<Activation>;  // never null in a datum
+struct Handler;
+struct Routine;
+struct Script;
 
 /// An object of an application, or with a null specifier the application itself.
 struct ApplicationObject {
@@ -75,9 +82,32 @@ struct ItemReference {
   std::size_t index = 0;  ///< from 0
 };
 
-/// The script itself, which stands for AppleScript too.
-struct ScriptItself {
-  friend bool operator==(ScriptItself, ScriptItself) = default;
+/// What `a reference to x` holds for a variable of the script.
+struct VariableReference {
+  ActivationReference variables;
+  std::size_t slot = 0;
+};
+
+/// What `a reference to p of x` holds, for a property of a record or of a script object.
+struct PropertyPlace;
+using PropertyReference = std::shared_ptr<PropertyPlace const>;  // never null
+
+/// A handler as a value, which a property of another script object may hold.
+struct HandlerValue {
+  Handler const* handler = nullptr;  ///< never null
+  ScriptReference home;
+};
+
+/// `AppleScript` and `current application`.
+struct Language {
+  friend bool operator==(Language, Language) = default;
+};
+
+/// A moment on the local calendar, in seconds since the beginning of 1970 there. Variables share it, as they share
+/// lists: setting the day of one changes the other.
+struct Date {
+  explicit Date(std::int64_t moment) : seconds(std::make_shared<std::int64_t>(moment)) {}
+  std::shared_ptr<std::int64_t> seconds;  ///< never null
 };
 
 /// A place to put something: 'bgng', 'end ', 'befo' or 'afte' of an object.
@@ -88,7 +118,8 @@ struct InsertionPoint {
 
 struct Datum {
   using Data = std::variant<Null, bool, std::int64_t, double, Text, TypeCode, Enumerator, FileUrl, Alias, ListReference,
-                            RecordReference, ApplicationObject, ItemReference, ScriptItself, InsertionPoint>;
+                            RecordReference, ApplicationObject, ItemReference, InsertionPoint, VariableReference,
+                            PropertyReference, ScriptReference, HandlerValue, Language, Date, ActivationReference>;
   Data data;
 
   Datum() = default;
@@ -133,6 +164,11 @@ class RecordObject final : public Aggregate {
   Fields fields;
 };
 
+struct PropertyPlace {
+  Datum owner;
+  RecordKey key;
+};
+
 /// Owns nothing but the certainty that everything ends: outlives all data of one run.
 class Heap {
  public:
@@ -147,6 +183,9 @@ class Heap {
   [[nodiscard]] RecordReference makeRecord(RecordObject::Fields fields) {
     return std::make_shared<RecordObject>(*this, std::move(fields));
   }
+
+  [[nodiscard]] ScriptReference makeScript(Script const& code, ScriptReference outer, ActivationReference creator);
+  [[nodiscard]] ActivationReference makeActivation(Routine const& routine, ScriptReference home, ScriptReference me);
 
   /// Ends what `aggregate` holds, now or as soon as the end that is under way allows.
   void bury(Aggregate& aggregate);

@@ -4,7 +4,9 @@
 #include <cmath>
 #include <cstdio>
 
+#include "applescript/Calendar.h"
 #include "applescript/Coercion.h"
+#include "applescript/ScriptInstance.h"
 
 namespace morla::applescript {
 namespace {
@@ -56,7 +58,23 @@ class Describer {
   [[nodiscard]] std::string of(ItemReference const& value, std::size_t depth) const {
     return "item " + std::to_string(value.index + 1) + " of " + of(value.list, depth);
   }
-  [[nodiscard]] std::string of(ScriptItself, std::size_t) const { return "«script»"; }
+  [[nodiscard]] std::string of(VariableReference const& value, std::size_t depth) const {
+    return text(value.variables->slots[value.slot].value, depth);
+  }
+  [[nodiscard]] std::string of(PropertyReference const& value, std::size_t depth) const {
+    auto const* code = std::get_if<Code>(&value->key);
+    std::string const name = code == nullptr ? std::get<std::string>(value->key) : propertyName(*code, nullptr);
+    return name + " of " + text(value->owner, depth);
+  }
+  [[nodiscard]] std::string of(ScriptReference const& value, std::size_t) const {
+    return value->code->name.empty() ? "«script»" : "«script " + value->code->name + "»";
+  }
+  [[nodiscard]] std::string of(HandlerValue const& value, std::size_t) const {
+    return "«handler " + value.handler->name + "»";
+  }
+  [[nodiscard]] std::string of(Language, std::size_t) const { return "current application"; }
+  [[nodiscard]] std::string of(Date const& value, std::size_t) const { return "date " + quoted(dateText(value)); }
+  [[nodiscard]] std::string of(ActivationReference const&, std::size_t) const { return "null"; }
   [[nodiscard]] std::string of(InsertionPoint const& value, std::size_t depth) const {
     static constexpr auto kWords = std::to_array<std::pair<std::string_view, std::string_view>>(
         {{"bgng", "beginning of "}, {"end ", "end of "}, {"befo", "before "}, {"afte", "after "}});

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -9,6 +8,7 @@
 
 #include "applescript/RunState.h"
 #include "applescript/ScriptError.h"
+#include "applescript/ScriptInstance.h"
 #include "applescript/ScriptObjects.h"
 #include "applescript/SyntaxTree.h"
 
@@ -22,8 +22,10 @@ class Evaluator {
   /// Both must outlive this.
   Evaluator(Script const& script, RunState& state);
 
-  /// The script's value; none when its last statement has none.
-  [[nodiscard]] std::optional<Value> run();
+  /// The script's value; none when its last statement has none. `arguments` go to its run handler.
+  [[nodiscard]] std::optional<Datum> run(std::vector<std::string> const& arguments);
+  /// A script's value as it leaves the interpreter; none for what only a running script can hold.
+  [[nodiscard]] std::optional<Value> exported(Datum const& result);
 
   /// Where the evaluator was when an error left it.
   [[nodiscard]] SourceRange range() const { return range_; }
@@ -41,8 +43,12 @@ class Evaluator {
     Datum datum;
     bool isPending = false;
   };
-  /// Variables; one without a value is declared, no more.
-  using Variables = std::map<std::string, std::optional<Datum>, std::less<>>;
+  /// A handler that was found for a call, and where.
+  struct Found {
+    Handler const* handler = nullptr;  ///< null: there is none
+    ScriptReference home;              ///< where it is written
+    ScriptReference me;                ///< for whom it runs
+  };
 
   // EvaluatorStatements.cpp
   [[nodiscard]] Outcome execute(Block const& block);
@@ -63,6 +69,7 @@ class Evaluator {
   [[nodiscard]] Outcome run(tree::Considering const& node);
   [[nodiscard]] Outcome run(tree::WithTimeout const& node);
   [[nodiscard]] Outcome run(tree::Declare const& node);
+  [[nodiscard]] Outcome run(tree::DefineScript const& node);
   [[nodiscard]] Outcome run(tree::Group const& node);
   /// One turn of a loop; false when the loop is over, and `outcome` is what it leaves behind.
   [[nodiscard]] bool turn(Block const& body, Outcome& outcome);
@@ -73,9 +80,10 @@ class Evaluator {
   void setTarget(Expression const& target, Datum value);
   void setProperty(tree::PropertyOf const& target, Datum value);
   void setElement(tree::ElementOf const& target, Datum value);
-  void setVariable(std::string const& key, Datum value);
+  void setVariable(tree::Variable const& variable, Datum value);
   void setDelimiters(Datum const& value);
-  [[nodiscard]] Datum variable(std::string const& key, std::string const& name) const;
+  [[nodiscard]] Datum* storageOf(tree::Variable const& variable);
+  [[nodiscard]] Datum variable(tree::Variable const& variable);
   [[nodiscard]] Datum copied(Datum const& datum, std::size_t depth = 0);
 
   // EvaluatorExpressions.cpp
@@ -99,12 +107,24 @@ class Evaluator {
   [[nodiscard]] Place at(tree::InsertionPlace const& node);
   [[nodiscard]] Place at(tree::ApplicationNamed const& node);
   [[nodiscard]] Place at(tree::PosixFile const& node);
-  [[nodiscard]] Place at(tree::HandlerCall const& node);
-  [[nodiscard]] Datum call(Handler const& handler, std::vector<Datum> arguments);
   void bind(Expression const& pattern, Datum const& value);
+  [[nodiscard]] Place at(tree::TheLanguage const& node);
   [[nodiscard]] bool condition(Expression const& expression);
   /// The operand's value: what is an object still is fetched, since operators work on values.
   [[nodiscard]] Datum operand(Expression const& expression);
+
+  // EvaluatorScripts.cpp
+  [[nodiscard]] ScriptReference instantiate(Script const& code, ScriptReference const& outer,
+                                            ActivationReference const& creator);
+  [[nodiscard]] Outcome runScript(ScriptReference const& script, std::vector<Datum> const& arguments);
+  [[nodiscard]] Place at(tree::HandlerCall const& node);
+  [[nodiscard]] Found findHandler(ScriptReference const& receiver, std::string_view key) const;
+  [[nodiscard]] Found findHandler(tree::HandlerCall const& node);
+  [[nodiscard]] Datum call(Found const& found, tree::HandlerCall const& node);
+  [[nodiscard]] Datum call(Found const& found, std::vector<Datum> const& arguments);
+  [[nodiscard]] std::vector<Datum> argumentsFor(Handler const& handler, tree::HandlerCall const& node);
+  void bindParameters(Handler const& handler, std::vector<Datum> const& arguments);
+  [[nodiscard]] std::optional<Datum> propertyOfScript(ScriptReference const& script, RecordKey const& key);
 
   // EvaluatorReferences.cpp
   [[nodiscard]] Place at(tree::PropertyOf const& node);
@@ -127,6 +147,21 @@ class Evaluator {
   [[nodiscard]] Place at(tree::Command const& node);
   [[nodiscard]] Datum shell(tree::Command const& node);
   [[nodiscard]] Datum offset(tree::Command const& node);
+  /// A command to a script object, which may have a handler for it; nothing when it is for an application.
+  [[nodiscard]] std::optional<Datum> scriptCommand(tree::Command const& node, Datum const& direct);
+  [[nodiscard]] Expression const* optionalParameter(tree::Command const& node, Code code) const;
+
+  // EvaluatorAdditions.cpp
+  [[nodiscard]] static bool isAddition(tree::Command const& node);
+  [[nodiscard]] Datum addition(tree::Command const& node);
+  [[nodiscard]] Datum directOf(tree::Command const& node);
+  [[nodiscard]] Datum randomNumber(tree::Command const& node);
+  [[nodiscard]] Datum rounded(tree::Command const& node);
+  [[nodiscard]] Datum characterWithId(Datum const& id);
+  [[nodiscard]] Datum pathTo(tree::Command const& node);
+  [[nodiscard]] Datum runScriptText(tree::Command const& node);
+
+  // EvaluatorCommands.cpp
   [[nodiscard]] Expression const& parameter(tree::Command const& node, Code code) const;
 
   // EvaluatorEvents.cpp
@@ -143,10 +178,11 @@ class Evaluator {
 
   Script const* script_;
   RunState* state_;
-  Variables globals_;
-  Variables* locals_ = nullptr;
+  std::vector<std::unique_ptr<Script const>> ownScripts_;  ///< what `run script` compiled
+  ScriptReference top_;
+  ActivationReference current_;
   std::optional<Datum> lastResult_;
-  Datum target_ = ScriptItself{};
+  Datum target_ = Language{};
   std::chrono::milliseconds timeout_ = kDefaultReplyTimeout;
   std::size_t depth_ = 0;
   SourceRange range_;

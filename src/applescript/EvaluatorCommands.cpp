@@ -39,6 +39,29 @@ Evaluator::Place Evaluator::at(tree::Exists const& node) {
   }
 }
 
+Expression const* Evaluator::optionalParameter(tree::Command const& node, Code code) const {
+  for (auto const& [name, value] : node.parameters) {
+    if (name == code) return value.get();
+  }
+  return nullptr;
+}
+
+std::optional<Datum> Evaluator::scriptCommand(tree::Command const& node, Datum const& direct) {
+  Datum const receiver = direct.isNull() ? target_ : direct;
+  auto const* script = receiver.as<ScriptReference>();
+  if (script == nullptr) return std::nullopt;
+  Level const level(*this);
+  if (node.eventClass == "aevt"_code && node.eventId == "oapp"_code) {
+    return runScript(*script, {state_->makeList({})}).value.value_or(Datum());
+  }
+  Found const found = findHandler(*script, lowercaseKey(node.name));
+  if (found.handler != nullptr) return call(found, std::vector<Datum>());
+  // What nobody handles goes to the program that runs the script, which has nothing to do then.
+  bool const isForTheProgram = node.eventClass == "misc"_code || node.eventClass == "aevt"_code;
+  if (direct.isNull() && isForTheProgram) return Datum();
+  return std::nullopt;
+}
+
 Expression const& Evaluator::parameter(tree::Command const& node, Code code) const {
   for (auto const& [name, value] : node.parameters) {
     if (name == code) return *value;
@@ -50,9 +73,17 @@ Expression const& Evaluator::parameter(tree::Command const& node, Code code) con
 Datum Evaluator::shell(tree::Command const& node) {
   if (node.direct == nullptr) raise(errors::kParameterMissing, "“do shell script” needs a text.");
   Datum const text = coerce(operand(*node.direct), "ctxt"_code, *state_);
-  if (!node.parameters.empty()) raise(errors::kPrivilege, "“do shell script” runs with the rights of this process.");
+  bool altersLineEnds = true;
+  for (auto const& [code, value] : node.parameters) {
+    if (code == "alen"_code) altersLineEnds = condition(*value);
+    bool const isPrivilege = code == "RAun"_code || code == "RApw"_code || code == "badm"_code;
+    if (isPrivilege && !(code == "badm"_code && !condition(*value))) {
+      raise(errors::kPrivilege, "“do shell script” runs with the rights of this process.");
+    }
+  }
   ShellResult const result = state_->host.runShell(text.as<Text>()->string());
-  auto const converted = [](std::string output) {
+  auto const converted = [altersLineEnds](std::string output) {
+    if (!altersLineEnds) return output;
     for (char& c : output) {
       if (c == '\n') c = '\r';
     }
@@ -88,8 +119,10 @@ Evaluator::Place Evaluator::at(tree::Command const& node) {
     if (node.direct != nullptr) state_->host.log(sourceText(dereferenced(evaluate(*node.direct)), *state_));
     return {};
   }
+  if (isAddition(node)) return {addition(node)};
   Datum direct;
   if (node.direct != nullptr) direct = dereferenced(locateValue(*node.direct));
+  if (auto done = scriptCommand(node, direct)) return {*std::move(done)};
   AppleEvent event;
   event.eventClass = node.eventClass;
   event.eventId = node.eventId;
@@ -100,7 +133,7 @@ Evaluator::Place Evaluator::at(tree::Command const& node) {
   }
   if (receiver == nullptr) receiver = subject;
   if (receiver == nullptr) {
-    std::string const object = direct.isNull() ? "«script»" : sourceText(direct, *state_);
+    std::string const object = sourceText(direct.isNull() ? Datum(current_->me) : direct, *state_);
     raise(errors::kEventNotHandled, object + " doesn’t understand the “" + node.name + "” message.", direct);
   }
   if (!direct.isNull()) {

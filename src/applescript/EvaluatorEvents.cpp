@@ -1,3 +1,4 @@
+#include "applescript/Calendar.h"
 #include "applescript/Coercion.h"
 #include "applescript/Describe.h"
 #include "applescript/Evaluator.h"
@@ -111,10 +112,14 @@ Value Evaluator::toValue(Datum const& datum, std::size_t depth) {
           return fields;
         } else if constexpr (std::same_as<T, ApplicationObject>) {
           return containerValue(held);
-        } else if constexpr (std::same_as<T, ItemReference>) {
+        } else if constexpr (std::same_as<T, ItemReference> || std::same_as<T, VariableReference> ||
+                             std::same_as<T, PropertyReference>) {
           return toValue(dereferenced(held), inner);
-        } else if constexpr (std::same_as<T, ScriptItself>) {
-          raise(errors::kCannotCoerce, "The script itself cannot be sent.");
+        } else if constexpr (std::same_as<T, ScriptReference> || std::same_as<T, HandlerValue> ||
+                             std::same_as<T, Language> || std::same_as<T, ActivationReference>) {
+          raise(errors::kCannotCoerce, "A script object cannot be sent.");
+        } else if constexpr (std::same_as<T, Date>) {
+          return dateText(held);
         } else if constexpr (std::same_as<T, InsertionPoint>) {
           return Record{{"kobj"_code, toValue(*held.object, inner)}, {"kpos"_code, Enumerator{held.position}}};
         } else {

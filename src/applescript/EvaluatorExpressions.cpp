@@ -44,7 +44,7 @@ Evaluator::Place Evaluator::at(tree::Literal const& node) {
 }
 
 Evaluator::Place Evaluator::at(tree::Variable const& node) {
-  return {variable(node.key, node.name)};
+  return {variable(node)};
 }
 
 Evaluator::Place Evaluator::at(tree::ListDisplay const& node) {
@@ -133,7 +133,11 @@ Evaluator::Place Evaluator::at(tree::It const& /*node*/) {
 }
 
 Evaluator::Place Evaluator::at(tree::Me const& /*node*/) {
-  return {ScriptItself{}};
+  return {current_->me};
+}
+
+Evaluator::Place Evaluator::at(tree::TheLanguage const& /*node*/) {
+  return {Language{}};
 }
 
 Evaluator::Place Evaluator::at(tree::Examined const& /*node*/) {
@@ -158,46 +162,6 @@ Evaluator::Place Evaluator::at(tree::ApplicationNamed const& node) {
 Evaluator::Place Evaluator::at(tree::PosixFile const& node) {
   Datum const path = coerce(operand(*node.path), "ctxt"_code, *state_);
   return {FileUrl{path.as<Text>()->string()}};
-}
-
-Evaluator::Place Evaluator::at(tree::HandlerCall const& node) {
-  auto const* object = target_.as<ApplicationObject>();
-  if (object != nullptr && !node.isOfScript) {
-    // The call belongs to the target, and no application has handlers of a script's author.
-    ScriptError error;
-    error.number = errors::kEventNotHandled;
-    error.brief = "Can’t continue " + node.name + ".";
-    error.applicationName = object->application->displayName();
-    error.isFromApplication = true;
-    throw error;
-  }
-  for (Handler const& handler : script_->handlers) {
-    if (handler.key != node.key) continue;
-    std::vector<Datum> arguments;
-    for (ExpressionPointer const& argument : node.arguments) arguments.push_back(evaluate(*argument));
-    return {call(handler, std::move(arguments))};
-  }
-  raise(errors::kEventNotHandled, "«script» doesn’t understand the “" + node.name + "” message.");
-}
-
-Datum Evaluator::call(Handler const& handler, std::vector<Datum> arguments) {
-  if (arguments.size() != handler.parameters.size()) {
-    raise(errors::kParameterMissing, "“" + handler.name + "” takes " + std::to_string(handler.parameters.size()) +
-                                         " parameters, not " + std::to_string(arguments.size()) + ".");
-  }
-  // What surrounds the call is no business of the handler: it has its own variables, target and considerations.
-  Variables variables;
-  Scoped<Variables*> const scope(locals_, &variables);
-  Scoped<Datum> const target(target_, ScriptItself{});
-  Scoped<Considerations> const considerations(state_->considerations, Considerations{});
-  Scoped<std::chrono::milliseconds> const timeout(timeout_, kDefaultReplyTimeout);
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    // A parameter hides a property of the same name.
-    if (auto const* name = handler.parameters[i]->as<tree::Variable>()) variables[name->key] = std::nullopt;
-    setTarget(*handler.parameters[i], arguments[i]);
-  }
-  Outcome outcome = execute(handler.body);
-  return outcome.value ? *std::move(outcome.value) : Datum();
 }
 
 }  // namespace morla::applescript

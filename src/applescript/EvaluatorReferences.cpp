@@ -41,12 +41,11 @@ Evaluator::Place Evaluator::at(tree::PropertyOf const& node) {
     }
     container = dereferenced(fetched(container));
   }
+  if (auto const* script = container.as<ScriptReference>()) {
+    if (std::optional<Datum> value = propertyOfScript(*script, node.key)) return {*std::move(value)};
+  }
   if (std::optional<Datum> value = propertyOfValue(container, node.key, *state_)) return {*std::move(value)};
   auto const* name = std::get_if<std::string>(&node.key);
-  if (container.as<ScriptItself>() != nullptr && name != nullptr) {
-    auto const global = globals_.find(*name);
-    if (global != globals_.end() && global->second) return {*global->second};
-  }
   std::string const term =
       name != nullptr ? *name : standardTerms().propertyName(*code).value_or(typeName(*code, *state_));
   raise(errors::kNoSuchObject, "Can’t get " + term + " of " + sourceText(container, *state_) + ".", container);
@@ -57,8 +56,21 @@ ElementRequest Evaluator::request(tree::ElementOf const& node) {
     raise(errors::kNoSuchObject, "A whose clause works on an application’s objects only.");
   }
   ElementRequest result{node.type, node.form, {}, {}};
-  if (node.selector != nullptr) result.selector = dereferenced(evaluate(*node.selector));
-  if (node.upper != nullptr) result.upper = dereferenced(evaluate(*node.upper));
+  auto const bound = [this](Expression const& expression, Datum& number, std::shared_ptr<ElementRequest const>& part) {
+    auto const* element = expression.as<tree::ElementOf>();
+    if (element != nullptr && element->container->as<tree::ImpliedTarget>() != nullptr) {
+      part = std::make_shared<ElementRequest const>(request(*element));
+    } else {
+      number = dereferenced(evaluate(expression));
+    }
+  };
+  bool const isRange = node.form == Form::range;
+  if (isRange) {
+    bound(*node.selector, result.selector, result.lowerElement);
+    bound(*node.upper, result.upper, result.upperElement);
+  } else if (node.selector != nullptr) {
+    result.selector = dereferenced(evaluate(*node.selector));
+  }
   return result;
 }
 
@@ -69,7 +81,17 @@ Evaluator::Place Evaluator::at(tree::ElementOf const& node) {
   bool const isForLanguage = isLanguageElement(node.type) && owner.isPending && !applicationKnows(object, node.type);
   if (object != nullptr && !isForLanguage) return {elementSpecifier(node, *object), true};
   if (object != nullptr) container = dereferenced(fetched(container));
-  return {elementOfValue(container, request(node), *state_)};
+  // `character 1 of every word of t`: one of each.
+  auto const* many = node.container->as<tree::ElementOf>();
+  auto const* list = container.as<ListReference>();
+  bool const isOfEach = many != nullptr && list != nullptr &&
+                        (many->form == Form::every || many->form == Form::range) && isLanguageElement(node.type) &&
+                        node.type != "cobj"_code;
+  if (!isOfEach) return {elementOfValue(container, request(node), *state_)};
+  ElementRequest const wanted = request(node);
+  std::vector<Datum> parts;
+  for (Datum const& each : (*list)->items) parts.push_back(elementOfValue(dereferenced(each), wanted, *state_));
+  return {state_->makeList(std::move(parts))};
 }
 
 /// A reference that stays one: nothing is fetched, and an item of a list is not taken out.
@@ -80,9 +102,20 @@ Evaluator::Place Evaluator::at(tree::ReferenceTo const& node) {
       if (auto const item = itemReference(container, request(*element))) return {*item};
     }
   }
+  if (auto const* property = node.object->as<tree::PropertyOf>()) {
+    Datum const owner = dereferenced(locateValue(*property->container));
+    if (owner.as<RecordReference>() != nullptr || owner.as<ScriptReference>() != nullptr) {
+      return {std::make_shared<PropertyPlace const>(PropertyPlace{owner, property->key})};
+    }
+  }
+  if (auto const* name = node.object->as<tree::Variable>()) {
+    Activation::Slot const& slot = current_->slots[name->slot];
+    if (!slot.value.isNull()) return {VariableReference{current_, name->slot}};
+    return {std::make_shared<PropertyPlace const>(PropertyPlace{current_->home, name->key})};
+  }
   Datum const object = locateValue(*node.object);
   if (object.as<ApplicationObject>() != nullptr || object.as<ItemReference>() != nullptr) return {object};
-  raise(errors::kGeneral, "A reference is to an application’s object or to an item of a list.");
+  raise(errors::kGeneral, "A reference is to a variable, a property, an item of a list or an application’s object.");
 }
 
 Value Evaluator::containerValue(ApplicationObject const& container) const {

@@ -17,17 +17,6 @@ Level::Level(Evaluator& evaluator) : evaluator_(&evaluator) {
 
 Evaluator::Evaluator(Script const& script, RunState& state) : script_(&script), state_(&state) {}
 
-std::optional<Value> Evaluator::run() {
-  Variables variables;
-  Scoped<Variables*> const scope(locals_, &variables);
-  for (ScriptProperty const& property : script_->properties) globals_[property.key] = evaluate(*property.value);
-  std::optional<Datum> const result = execute(script_->body).value;
-  if (!result) return std::nullopt;
-  Datum const value = dereferenced(*result);
-  if (value.isNull() || value.as<ScriptItself>() != nullptr) return std::nullopt;
-  return toValue(value);
-}
-
 Evaluator::Outcome Evaluator::execute(Block const& block) {
   Outcome last;
   for (Statement const& statement : block) {
@@ -204,7 +193,10 @@ Evaluator::Outcome Evaluator::run(tree::RaiseError const& node) {
 
 Evaluator::Outcome Evaluator::run(tree::Considering const& node) {
   Considerations inside = state_->considerations;
-  inside.bits = (inside.bits & ~node.considered) | node.ignored;
+  // The numeric strings are the one attribute that is ignored unless a bit says otherwise.
+  constexpr std::uint32_t kNumeric = Considerations::kConsiderNumericStrings;
+  inside.bits =
+      (inside.bits & ~(node.considered | node.ignored)) | (node.ignored & ~kNumeric) | (node.considered & kNumeric);
   Scoped<Considerations> const scope(state_->considerations, inside);
   return execute(node.body);
 }
@@ -216,15 +208,24 @@ Evaluator::Outcome Evaluator::run(tree::WithTimeout const& node) {
 }
 
 Evaluator::Outcome Evaluator::run(tree::Declare const& node) {
-  for (std::string const& key : node.keys) {
-    if (node.scope == tree::Declare::Scope::global) {
-      locals_->erase(key);
-      globals_.try_emplace(key);
-    } else {
-      (*locals_)[key] = std::nullopt;
+  for (std::size_t const slot : node.slots) {
+    Activation::Slot& variable = current_->slots[slot];
+    bool const isAtTop = current_ == top_->runVariables;
+    if (node.scope == tree::Declare::Scope::local) {
+      variable = {Datum(), Activation::Scope::local};
+    } else if (!isAtTop) {
+      variable = {Datum(), Activation::Scope::global};
     }
   }
   return {};
+}
+
+Evaluator::Outcome Evaluator::run(tree::DefineScript const& node) {
+  ScriptReference const script =
+      instantiate(*node.script, current_->home, node.script->usesCreator ? current_ : nullptr);
+  if (node.variable != nullptr) current_->slots[node.variable->as<tree::Variable>()->slot].value = script;
+  lastResult_ = script;
+  return {Flow::next, script};
 }
 
 Evaluator::Outcome Evaluator::run(tree::Group const& node) {

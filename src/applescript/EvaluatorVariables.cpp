@@ -1,31 +1,64 @@
 #include "applescript/Coercion.h"
+#include "applescript/DateProperties.h"
 #include "applescript/Describe.h"
 #include "applescript/Evaluator.h"
 
 namespace morla::applescript {
 
-Datum Evaluator::variable(std::string const& key, std::string const& name) const {
-  auto const local = locals_->find(key);
-  if (local != locals_->end()) {
-    if (local->second) return *local->second;
-  } else if (auto const global = globals_.find(key); global != globals_.end() && global->second) {
-    return *global->second;
+/// Where a variable is kept: in the handler itself, in a script object around it, or in the handler that made that
+/// script object. Null when nothing of that name has a value.
+Datum* Evaluator::storageOf(tree::Variable const& variable) {
+  Activation::Slot& slot = current_->slots[variable.slot];
+  if (!slot.value.isNull()) return &slot.value;
+  if (slot.scope == Activation::Scope::local) return nullptr;
+  if (slot.scope == Activation::Scope::global) return top_->find(std::string_view(variable.key));
+  for (ScriptReference const* script = &current_->home; *script != nullptr; script = &(*script)->outer) {
+    auto const found = (*script)->named.find(variable.key);
+    if (found != (*script)->named.end()) return &found->second;
+    if ((*script)->creator == nullptr) continue;
+    Activation::Slot* const outer = (*script)->creator->find(variable.key);
+    if (outer != nullptr && !outer->value.isNull()) return &outer->value;
   }
-  raise(errors::kUndefinedVariable, "The variable " + name + " is not defined.");
+  return nullptr;
 }
 
-void Evaluator::setVariable(std::string const& key, Datum value) {
-  auto const global = globals_.find(key);
-  if (global != globals_.end() && !locals_->contains(key)) {
-    global->second = std::move(value);
-  } else {
-    (*locals_)[key] = std::move(value);
+Datum Evaluator::variable(tree::Variable const& variable) {
+  if (Datum const* value = storageOf(variable)) return *value;
+  for (ScriptReference const* script = &current_->home; *script != nullptr; script = &(*script)->outer) {
+    auto const handler = (*script)->code->handlers.find(variable.key);
+    if (handler != (*script)->code->handlers.end()) return HandlerValue{&handler->second, *script};
   }
+  if (variable.key == "parent") return *propertyOfScript(current_->me, variable.key);
+  raise(errors::kUndefinedVariable, "The variable " + variable.name + " is not defined.");
+}
+
+/// A property of a script object around the handler is set; a variable of another handler is not: a new one is made.
+void Evaluator::setVariable(tree::Variable const& variable, Datum value) {
+  Activation::Slot& slot = current_->slots[variable.slot];
+  if (!slot.value.isNull() || slot.scope == Activation::Scope::local) {
+    slot.value = std::move(value);
+    return;
+  }
+  if (slot.scope == Activation::Scope::global) {
+    if (Datum* const global = top_->find(std::string_view(variable.key))) {
+      *global = std::move(value);
+    } else {
+      top_->named[variable.key] = std::move(value);
+    }
+    return;
+  }
+  for (ScriptReference const* script = &current_->home; *script != nullptr; script = &(*script)->outer) {
+    auto const found = (*script)->named.find(variable.key);
+    if (found == (*script)->named.end()) continue;
+    found->second = std::move(value);
+    return;
+  }
+  slot.value = std::move(value);
 }
 
 void Evaluator::setTarget(Expression const& target, Datum value) {
   if (auto const* name = target.as<tree::Variable>()) {
-    setVariable(name->key, std::move(value));
+    setVariable(*name, std::move(value));
   } else if (auto const* property = target.as<tree::PropertyOf>()) {
     setProperty(*property, std::move(value));
   } else if (auto const* element = target.as<tree::ElementOf>()) {
@@ -71,20 +104,38 @@ void Evaluator::setProperty(tree::PropertyOf const& target, Datum value) {
       return;
     }
   }
+  if (code != nullptr && *code == "pcnt"_code) {
+    if (auto const* variable = owner.as<VariableReference>()) {
+      variable->variables->slots[variable->slot].value = std::move(value);
+      return;
+    }
+    if (auto const* property = owner.as<PropertyReference>()) {
+      if (Datum* const place = storageAt(**property)) {
+        *place = std::move(value);
+        return;
+      }
+    }
+  }
   Datum const container = dereferenced(owner);
+  if (auto const* date = container.as<Date>(); date != nullptr && code != nullptr) {
+    if (setPropertyOfDate(*date, *code, value, *state_)) return;
+  }
   if (auto const* object = container.as<ApplicationObject>(); object != nullptr && code != nullptr) {
     Datum const property = this->object(*object, {"prop"_code, KeyForm::property, TypeCode{*code}, {}});
     Value const data = toValue(value);
     static_cast<void>(send(*object->application, "core"_code, "setd"_code, toValue(property), {{"data"_code, data}}));
     return;
   }
-  if (container.as<ScriptItself>() != nullptr) {
-    if (code != nullptr && *code == "txdl"_code) return setDelimiters(value);
-    if (auto const* name = std::get_if<std::string>(&target.key)) {
-      globals_[*name] = std::move(value);
-      return;
+  if (auto const* script = container.as<ScriptReference>()) {
+    for (ScriptReference const* object = script; object != nullptr; object = (*object)->parent.as<ScriptReference>()) {
+      if (Datum* const property = (*object)->find(target.key)) {
+        *property = std::move(value);
+        return;
+      }
     }
   }
+  bool const isLanguage = container.as<Language>() != nullptr || container.as<ScriptReference>() != nullptr;
+  if (isLanguage && code != nullptr && *code == "txdl"_code) return setDelimiters(value);
   if (auto const* record = container.as<RecordReference>()) {
     if (Datum* field = (*record)->find(target.key)) {
       *field = std::move(value);
@@ -136,6 +187,14 @@ Datum Evaluator::copied(Datum const& datum, std::size_t depth) {
     RecordObject::Fields fields;
     for (auto const& [key, value] : (*record)->fields) fields.emplace_back(key, copied(value, depth + 1));
     return state_->heap.makeRecord(std::move(fields));
+  }
+  if (auto const* date = datum.as<Date>()) return Date(*date->seconds);
+  if (auto const* script = datum.as<ScriptReference>()) {
+    auto copy = state_->heap.makeScript(*(*script)->code, (*script)->outer, (*script)->creator);
+    copy->parent = (*script)->parent;
+    for (auto const& [name, value] : (*script)->named) copy->named[name] = copied(value, depth + 1);
+    for (auto const& [code, value] : (*script)->coded) copy->coded[code] = copied(value, depth + 1);
+    return copy;
   }
   return datum;
 }

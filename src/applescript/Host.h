@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -52,6 +54,19 @@ class Host {
 
   /// Runs `command` with /bin/sh in this process's name.
   [[nodiscard]] virtual ShellResult runShell(std::string const& command) = 0;
+
+  /// What the local clock shows.
+  struct LocalTime {
+    std::int64_t seconds = 0;         ///< since the beginning of 1970 on the local calendar
+    std::int64_t secondsFromGmt = 0;  ///< east of Greenwich is positive
+  };
+  [[nodiscard]] virtual LocalTime now() = 0;
+
+  /// Holds the script up, for its `delay` command.
+  virtual void wait(std::chrono::milliseconds duration) = 0;
+
+  /// The user's home folder as a POSIX path without a slash at its end.
+  [[nodiscard]] virtual std::string homeFolder() = 0;
 
   /// What the script's `log` command says, as source text. A host that has nowhere to show it drops it.
   virtual void log(std::string const& /*line*/) {}

@@ -2,13 +2,15 @@
 
 #include <utility>
 
+#include "applescript/Coercion.h"
 #include "applescript/Describe.h"
 #include "applescript/Evaluator.h"
 #include "applescript/Parser.h"
 
 namespace morla::applescript {
 
-ScriptOutcome run(std::string_view source, Host& host, TextItemDelimiters& delimiters, Limits const& limits) {
+ScriptOutcome run(std::string_view source, Host& host, TextItemDelimiters& delimiters, Limits const& limits,
+                  Invocation const& invocation) {
   Applications applications(host);
   Parser::Result parsed = Parser(source, applications, limits).parse();
   if (!parsed.script) return {std::nullopt, std::move(parsed.failure)};
@@ -17,7 +19,10 @@ ScriptOutcome run(std::string_view source, Host& host, TextItemDelimiters& delim
   ScriptOutcome outcome;
   Evaluator evaluator(*parsed.script, state);
   try {
-    outcome.result = evaluator.run();
+    if (std::optional<Datum> const result = evaluator.run(invocation.arguments)) {
+      outcome.result = evaluator.exported(*result);
+      if (invocation.wantsSource) outcome.source = sourceText(dereferenced(*result), state);
+    }
   } catch (ScriptError const& error) {
     outcome.failure =
         ScriptFailure{error.number, error.message(), error.brief, error.applicationName, evaluator.range()};

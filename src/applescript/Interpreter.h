@@ -40,15 +40,22 @@ struct ScriptFailure {
 struct ScriptOutcome {
   std::optional<Value> result;  ///< none when the script has no value, or failed
   std::optional<ScriptFailure> failure;
+  std::optional<std::string> source = {};  ///< the value as a script would write it, with the applications' own words
 };
 
 /// The text item delimiters, which outlive a script within one process: a run starts with a copy and hands its own
 /// back.
 using TextItemDelimiters = std::vector<std::string>;
 
+/// How a script is started.
+struct Invocation {
+  std::vector<std::string> arguments = {};  ///< what `on run argv` gets
+  bool wantsSource = false;                 ///< ScriptOutcome::source is wanted
+};
+
 /// Compiles and runs `source`. Any thread; runs do not share anything but what `host` shares.
 [[nodiscard]] ScriptOutcome run(std::string_view source, Host& host, TextItemDelimiters& delimiters,
-                                Limits const& limits = {});
+                                Limits const& limits = {}, Invocation const& invocation = {});
 
 /// Compiles only: the failure, or nothing.
 [[nodiscard]] std::optional<ScriptFailure> check(std::string_view source, Host& host, Limits const& limits = {});

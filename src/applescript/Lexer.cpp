@@ -70,6 +70,7 @@ class Lexer {
       std::size_t const start = position_;
       while (continuesName(at(position_))) ++position_;
       add(WordKind::name, start, std::string(source_.substr(start, position_ - start)));
+      contraction(start);
     } else if (isLineEnd(c)) {
       lineEnd();
     } else if (isDigit(c) || (c == '.' && isDigit(at(position_ + 1)))) {
@@ -90,6 +91,21 @@ class Lexer {
       position_ += kNoBreakSpace.size();
     } else {
       symbol();
+    }
+  }
+
+  /// "isn't", "doesn't": two words.
+  void contraction(std::size_t start) {
+    std::string const& key = words_.back().key;
+    if (key != "isn" && key != "doesn" && key != "aren" && key != "don") return;
+    for (std::string_view const ending : {"'t", "’t"}) {
+      if (!startsWith(ending) || continuesName(at(position_ + ending.size()))) continue;
+      std::string const verb = key.substr(0, key.size() - 1);
+      words_.pop_back();
+      position_ += ending.size();
+      add(WordKind::name, start, verb);
+      add(WordKind::name, start, "not");
+      return;
     }
   }
 
@@ -202,7 +218,16 @@ class Lexer {
         while (isDigit(at(position_))) ++position_;
       }
     }
-    add(isReal ? WordKind::real : WordKind::integer, start, std::string(source_.substr(start, position_ - start)));
+    std::string digits(source_.substr(start, position_ - start));
+    if (!isReal) {
+      for (std::string_view const ending : {"st", "nd", "rd", "th"}) {
+        if (lowercase(source_.substr(position_, 2)) != ending || continuesName(at(position_ + 2))) continue;
+        position_ += 2;
+        add(WordKind::ordinal, start, std::move(digits));
+        return;
+      }
+    }
+    add(isReal ? WordKind::real : WordKind::integer, start, std::move(digits));
   }
 
   void symbol() {

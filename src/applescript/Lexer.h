@@ -14,6 +14,7 @@ enum class WordKind {
   chevron,    ///< «class docu»: a code written out
   integer,
   real,
+  ordinal,  ///< "2nd"
   text,
   symbol,
   lineEnd,

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "applescript/Calendar.h"
 #include "applescript/Coercion.h"
 #include "applescript/Describe.h"
 #include "applescript/ScriptError.h"
@@ -33,7 +34,29 @@ constexpr std::int64_t kLargestInteger = 536870911;
   return integer == nullptr ? *number.as<double>() : static_cast<double>(*integer);
 }
 
+/// A date and a number of seconds, or the seconds between two dates; nothing for other operands.
+[[nodiscard]] std::optional<Datum> calculatedDate(BinaryOperator operation, Datum const& left, Datum const& right,
+                                                  RunState& state) {
+  auto const* date = left.as<Date>();
+  auto const* other = right.as<Date>();
+  if (date == nullptr) {
+    if (other == nullptr || operation != BinaryOperator::add) return std::nullopt;
+    return calculatedDate(operation, right, left, state);
+  }
+  if (operation == BinaryOperator::subtract && other != nullptr) {
+    return integerOrReal(*date->seconds - *other->seconds);
+  }
+  if (operation != BinaryOperator::add && operation != BinaryOperator::subtract) return std::nullopt;
+  double const seconds = asReal(coerce(right, "nmbr"_code, state));
+  double const moment = static_cast<double>(*date->seconds) + (operation == BinaryOperator::add ? seconds : -seconds);
+  if (!isDateInRange(moment)) raise(errors::kNumberTooLarge, "The result of a date operation was too large.");
+  return Date(static_cast<std::int64_t>(moment));
+}
+
 [[nodiscard]] Datum calculated(BinaryOperator operation, Datum const& left, Datum const& right, RunState& state) {
+  if (left.as<Date>() != nullptr || right.as<Date>() != nullptr) {
+    if (std::optional<Datum> result = calculatedDate(operation, left, right, state)) return *std::move(result);
+  }
   Datum const a = coerce(left, "nmbr"_code, state);
   Datum const b = coerce(right, "nmbr"_code, state);
   auto const* i = a.as<std::int64_t>();

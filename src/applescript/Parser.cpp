@@ -23,8 +23,9 @@ Parser::Parser(std::string_view source, Applications& applications, Limits const
 
 Parser::Result Parser::parse() {
   if (sourceSize_ > limits_.sourceBytes) fail(errors::kValueTooLarge, "The script is too large.");
+  findHandlerNames();
   Script script;
-  parseTopLevel(script);
+  parseScriptBody(script);
   if (failure_) return {std::nullopt, std::move(failure_)};
   return {std::move(script), std::nullopt};
 }
@@ -94,6 +95,7 @@ std::string Parser::describe(std::size_t position) const {
       return "“\"”";
     case WordKind::integer:
     case WordKind::real:
+    case WordKind::ordinal:
       return "number";
     case WordKind::symbol:
       return "“" + found.text + "”";
@@ -129,82 +131,6 @@ void Parser::expectStatementEnd() {
     return;
   }
   failExpected("end of line, etc.");
-}
-
-// --- The script
-
-/// script := { handler | property | statement | line end }
-void Parser::parseTopLevel(Script& script) {
-  bool hasRunHandler = false;
-  while (word().kind != WordKind::end) {
-    if (word().kind == WordKind::lineEnd) {
-      advance();
-    } else if (word().isName("on") || word().isName("to")) {
-      bool const isRun = word(1).isName("run");
-      if (isRun && (hasRunHandler || !script.body.empty())) {
-        fail(errors::kUnexpectedWord, "A script has one run handler, written out or implied.");
-      }
-      hasRunHandler = hasRunHandler || isRun;
-      parseHandler(script);
-      expectStatementEnd();
-    } else if (word().isName("property") || word().isName("prop")) {
-      parseProperty(script);
-      expectStatementEnd();
-    } else {
-      if (hasRunHandler) failExpected("“on”, “property” or end of script");
-      script.body.push_back(parseStatement());
-      expectStatementEnd();
-    }
-  }
-}
-
-/// handler := ("on" | "to") identifier "(" [pattern {"," pattern}] ")" EOL block "end" [identifier]
-///          | "on" "run" EOL block "end" ["run"]
-void Parser::parseHandler(Script& script) {
-  std::size_t const start = cursor_;
-  Scoped<std::size_t> const loops(loops_, 0);
-  advance();
-  Handler handler;
-  handler.name = word().text;
-  bool const isRun = acceptWord("run");
-  if (!isRun) {
-    if (resolve().kind != Resolution::Kind::identifier) return failExpected("handler name");
-    handler.key = word().kind == WordKind::name ? word().key : word().text;
-    advance();
-    expectSymbol("(");
-    while (!failed() && !word().isSymbol(")")) {
-      handler.parameters.push_back(word().isSymbol("{") ? parseBraces() : parseVariable());
-      if (!acceptSymbol(",")) break;
-    }
-    expectSymbol(")");
-  }
-  expectStatementEnd();
-  handler.body = parseBlock();
-  expectWord("end");
-  if (!atStatementEnd() && !(word().key == lowercaseKey(handler.name) || word().text == handler.name)) {
-    failExpected("“end " + handler.name + "”");
-  }
-  if (!atStatementEnd()) advance();
-  handler.range = rangeFrom(start);
-  if (isRun) {
-    script.body = std::move(handler.body);
-    return;
-  }
-  for (Handler const& other : script.handlers) {
-    if (other.key == handler.key)
-      return fail(errors::kUnexpectedWord, "There are two handlers “" + handler.name + "”.");
-  }
-  script.handlers.push_back(std::move(handler));
-}
-
-/// property := ("property" | "prop") identifier ":" expression
-void Parser::parseProperty(Script& script) {
-  advance();
-  if (resolve().kind != Resolution::Kind::identifier) return failExpected("property name");
-  std::string key = word().kind == WordKind::name ? word().key : word().text;
-  advance();
-  expectSymbol(":");
-  script.properties.push_back({std::move(key), parseExpression()});
 }
 
 }  // namespace morla::applescript

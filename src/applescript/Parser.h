@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -53,10 +54,29 @@ class Parser {
   [[nodiscard]] bool atStatementEnd() const;
   void expectStatementEnd();
 
-  // Parser.cpp: the script
-  void parseTopLevel(Script& script);
+  /// The handler whose words are being read, and the script objects that stand in it, with all names that they mention.
+  struct RoutineScope {
+    Routine* routine;
+    std::vector<std::pair<Script*, std::set<std::string>>> scripts;
+  };
+
+  // ParserHandlers.cpp
+  void findHandlerNames();
+  [[nodiscard]] std::size_t slotOf(std::string const& key);
+  void finish(RoutineScope& scope);
+  void parseScriptBody(Script& script);
+  void parseUse();
+  [[nodiscard]] std::unique_ptr<Script> parseScriptObject(RoutineScope& creator);
+  [[nodiscard]] Statement::Node parseScriptStatement();
   void parseHandler(Script& script);
+  void parseHandlerParameters(Handler& handler);
+  [[nodiscard]] HandlerParameter parseHandlerParameter(std::string label, bool mayHaveStandard = true);
+  [[nodiscard]] std::string_view acceptPreposition();
   void parseProperty(Script& script);
+  [[nodiscard]] bool atHandlerCall() const;
+  [[nodiscard]] ExpressionPointer parseHandlerCall(std::size_t start, ExpressionPointer receiver);
+  void parseLabelledArguments(tree::HandlerCall& call);
+  [[nodiscard]] ExpressionPointer parseContinue(std::size_t start);
 
   // ParserStatements.cpp, ParserBlocks.cpp
   [[nodiscard]] Block parseBlock();
@@ -77,21 +97,25 @@ class Parser {
   [[nodiscard]] Statement::Node parseRepeatWith();
   [[nodiscard]] Statement::Node parseConsidering();
   [[nodiscard]] Statement::Node parseWithTimeout();
+  [[nodiscard]] Statement::Node parseWithTransaction();
   [[nodiscard]] Statement::Node parseUsingTerms();
   [[nodiscard]] Block parseLoopBody();
   [[nodiscard]] std::uint32_t parseConsiderations();
   [[nodiscard]] Terminology const* termsOf(Expression const& target);
   [[nodiscard]] ExpressionPointer parseTarget();
+  [[nodiscard]] static bool isPattern(Expression const& expression);
   [[nodiscard]] bool canBeSet(Expression const& target) const;
 
   // ParserExpressions.cpp
   [[nodiscard]] ExpressionPointer parseExpression();
-  [[nodiscard]] ExpressionPointer parseChain(std::size_t level);
+  /// `first` is the first operand where it is read already.
+  [[nodiscard]] ExpressionPointer parseChain(std::size_t level, ExpressionPointer first = nullptr);
   [[nodiscard]] ExpressionPointer parseNot();
   [[nodiscard]] ExpressionPointer parseEquality();
   [[nodiscard]] ExpressionPointer parseRelation();
   [[nodiscard]] ExpressionPointer parseCoercion();
-  [[nodiscard]] ExpressionPointer parsePower();
+  [[nodiscard]] bool atArithmetic() const;
+  [[nodiscard]] ExpressionPointer parsePower(ExpressionPointer base = nullptr);
   [[nodiscard]] ExpressionPointer parseUnary();
   [[nodiscard]] ExpressionPointer parseTested();
 
@@ -104,6 +128,7 @@ class Parser {
   [[nodiscard]] ExpressionPointer parseBraces();
   [[nodiscard]] ExpressionPointer parseNumber();
   [[nodiscard]] std::optional<std::pair<RecordKey, std::size_t>> recordKey() const;
+  [[nodiscard]] std::optional<std::int64_t> durationHere() const;
   [[nodiscard]] bool startsExpression() const;
 
   // ParserReferences.cpp
@@ -115,6 +140,7 @@ class Parser {
   [[nodiscard]] ExpressionPointer parseContainer(Container container);
   [[nodiscard]] ExpressionPointer parseFilter();
   [[nodiscard]] ExpressionPointer parseSelector();
+  [[nodiscard]] ExpressionPointer parseBound();
   [[nodiscard]] ExpressionPointer parseOwned(Container container);
   [[nodiscard]] ExpressionPointer parsePossessives(std::size_t start, ExpressionPointer owner);
   [[nodiscard]] ExpressionPointer parseApplication();
@@ -124,8 +150,8 @@ class Parser {
 
   // ParserCommands.cpp
   [[nodiscard]] ExpressionPointer parseCommand(Resolution const& resolution);
+  [[nodiscard]] ExpressionPointer parseRawEvent();
   [[nodiscard]] ExpressionPointer parseCount(std::size_t start);
-  [[nodiscard]] ExpressionPointer parseHandlerCall(std::size_t start, Word const& name, bool isOfScript);
   [[nodiscard]] std::vector<Dictionary::Parameter const*> parametersOf(Dictionary::Command const& command) const;
   [[nodiscard]] Dictionary::Parameter const* parameterHere(std::vector<Dictionary::Parameter const*> const& parameters,
                                                            std::size_t& words) const;
@@ -140,6 +166,12 @@ class Parser {
   std::size_t cursor_ = 0;
   std::size_t depth_ = 0;
   std::size_t loops_ = 0;
+  RoutineScope* routine_ = nullptr;
+  std::set<std::string> mentioned_;  ///< the names in the script object whose words are being read
+  std::set<std::string> positionalHandlers_;
+  std::set<std::string> labelledHandlers_;
+  bool isNested_ = false;  ///< in a script object, which "end" ends
+  bool isBound_ = false;   ///< a range's bound, whose container is the range's
   bool isInTest_ = false;  ///< in a whose clause, where terms are the tested object's
   bool endsAtIn_ = false;  ///< `in` ends the expression: it names the command's next parameter
   std::optional<ScriptFailure> failure_;

@@ -50,7 +50,7 @@ Terminology const* Parser::termsOf(Expression const& target) {
       break;
     }
   }
-  if (object->as<tree::Me>() != nullptr) return nullptr;
+  if (object->as<tree::Me>() != nullptr || object->as<tree::TheLanguage>() != nullptr) return nullptr;
   auto const* application = object->as<tree::ApplicationNamed>();
   if (application == nullptr || application->known == nullptr) return resolver_.applicationTerms();
   if (!applications_->locate(*application->known)) {
@@ -206,11 +206,23 @@ std::uint32_t Parser::parseConsiderations() {
       bits |= Considerations::kIgnorePunctuation;
     } else if (acceptPhrase("white space")) {
       bits |= Considerations::kIgnoreWhiteSpace;
-    } else {
-      failExpected("“case”, “diacriticals”, “hyphens”, “punctuation” or “white space”");
+    } else if (acceptPhrase("numeric strings")) {
+      bits |= Considerations::kConsiderNumericStrings;
+    } else if (!acceptPhrase("application responses")) {
+      failExpected("“case”, “diacriticals”, “hyphens”, “punctuation”, “white space” or “numeric strings”");
     }
   } while (!failed() && (acceptSymbol(",") || acceptWord("and")));
   return bits;
+}
+
+/// with transaction := "with" "transaction" [expression] EOL block "end" ["transaction"]
+Statement::Node Parser::parseWithTransaction() {
+  advance(2);
+  if (!atStatementEnd()) static_cast<void>(parseExpression());
+  expectStatementEnd();
+  Block body = parseBlock();
+  endBlock("transaction");
+  return tree::Group{std::move(body)};
 }
 
 /// with timeout := "with" "timeout" ["of"] expression ("second" | "seconds") EOL block "end" ["timeout"]

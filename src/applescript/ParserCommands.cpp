@@ -91,27 +91,44 @@ void Parser::parseFlags(std::vector<Dictionary::Parameter const*> const& paramet
   } while (acceptSymbol(",") || acceptWord("and"));
 }
 
-/// count := "count" ["of"] operand
+/// count := "count" ["of"] operand ["each" class]
 ExpressionPointer Parser::parseCount(std::size_t start) {
   acceptWord("of");
-  ExpressionPointer operand = parseOperand();
+  ExpressionPointer operand = word().isName("each") ? make(start, tree::ImpliedTarget{}) : parseOperand();
+  if (acceptWord("each")) {
+    std::optional<Code> const type = parseClassName();
+    if (word().isName("of") || word().isName("in")) {
+      advance();
+      operand = parseOperand();
+    }
+    using Form = tree::ElementOf::Form;
+    if (type) operand = make(start, tree::ElementOf{*type, Form::every, nullptr, nullptr, std::move(operand)});
+  }
   return make(start, tree::Count{std::move(operand)});
 }
 
-/// call := identifier "(" [expression {"," expression}] ")" ["of" "me"]
-ExpressionPointer Parser::parseHandlerCall(std::size_t start, Word const& name, bool isOfScript) {
-  tree::HandlerCall call{name.kind == WordKind::name ? name.key : name.text, name.text, isOfScript, {}};
-  expectSymbol("(");
-  {
-    Scoped<bool> const inside(endsAtIn_, false);
-    while (!failed() && !word().isSymbol(")")) {
-      call.arguments.push_back(parseExpression());
-      if (!acceptSymbol(",")) break;
-    }
+/// raw event := «event classid» [expression] ["given" «class code» ":" expression {"," …}]
+ExpressionPointer Parser::parseRawEvent() {
+  std::size_t const start = cursor_;
+  std::string const code = word().text.substr(std::string_view("event ").size());
+  if (code.size() != 8) failExpected("expression");
+  advance();
+  tree::Command command{"«event " + code + "»",
+                        Code(std::string_view(code).substr(0, 4)),
+                        Code(code.size() < 4 ? std::string_view() : std::string_view(code).substr(4)),
+                        nullptr,
+                        {}};
+  if (startsExpression()) command.direct = parseExpression();
+  if (acceptWord("given")) {
+    do {
+      Meanings const meanings = resolve().meanings;
+      if (!meanings.type && !meanings.property) failExpected("class name");
+      advance();
+      expectSymbol(":");
+      command.parameters.emplace_back(meanings.type.value_or(meanings.property.value_or(Code())), parseExpression());
+    } while (acceptSymbol(","));
   }
-  expectSymbol(")");
-  if (acceptPhrase("of me")) call.isOfScript = true;
-  return make(start, std::move(call));
+  return make(start, std::move(command));
 }
 
 }  // namespace morla::applescript

@@ -44,29 +44,44 @@ constexpr auto kComparisons = std::to_array<ComparisonWords>({
     {"is less than or equal", lessOrEqual, relation},
     {"is less than", less, relation},
     {"is not greater than or equal to", less, relation},
+    {"is not greater than or equal", less, relation},
     {"is not greater than", lessOrEqual, relation},
     {"is not less than or equal to", greater, relation},
+    {"is not less than or equal", greater, relation},
     {"is not less than", greaterOrEqual, relation},
+    {"greater than or equal to", greaterOrEqual, relation},
+    {"greater than or equal", greaterOrEqual, relation},
+    {"greater than", greater, relation},
+    {"less than or equal to", lessOrEqual, relation},
+    {"less than or equal", lessOrEqual, relation},
+    {"less than", less, relation},
     {"comes before", less, relation},
     {"comes after", greater, relation},
     {"does not come before", greaterOrEqual, relation},
     {"does not come after", lessOrEqual, relation},
     {"is not equal to", notEqual, equality},
+    {"is not equal", notEqual, equality},
     {"is not contained by", isNotIn, equality},
     {"is not in", isNotIn, equality},
     {"is not", notEqual, equality},
     {"is equal to", equal, equality},
+    {"is equal", equal, equality},
     {"is contained by", isIn, equality},
     {"is in", isIn, equality},
     {"is", equal, equality},
     {"equals", equal, equality},
     {"equal to", equal, equality},
+    {"equal", equal, equality},
     {"does not equal", notEqual, equality},
     {"contains", contains, equality},
+    {"contain", contains, equality},
     {"does not contain", notContains, equality},
     {"starts with", startsWith, equality},
+    {"start with", startsWith, equality},
     {"begins with", startsWith, equality},
+    {"begin with", startsWith, equality},
     {"ends with", endsWith, equality},
+    {"end with", endsWith, equality},
 });
 struct ComparisonSymbol {
   std::string_view symbol;
@@ -113,13 +128,13 @@ ExpressionPointer Parser::parseExpression() {
 }
 
 /// level := next {operator next}; the next level of "and" is `not`, of a product `power`.
-ExpressionPointer Parser::parseChain(std::size_t level) {
+ExpressionPointer Parser::parseChain(std::size_t level, ExpressionPointer first) {
   std::size_t const start = cursor_;
-  auto const next = [this, level] {
+  auto const next = [this, level](ExpressionPointer operand) {
     if (level == kAnd) return parseNot();
-    return level == kProduct ? parsePower() : parseChain(level + 1);
+    return level == kProduct ? parsePower(std::move(operand)) : parseChain(level + 1, std::move(operand));
   };
-  ExpressionPointer first = next();
+  first = next(std::move(first));
   tree::Chain chain;
   for (;;) {
     std::optional<BinaryOperator> found;
@@ -131,7 +146,7 @@ ExpressionPointer Parser::parseChain(std::size_t level) {
       }
     }
     if (!found) break;
-    chain.rest.emplace_back(*found, next());
+    chain.rest.emplace_back(*found, next(nullptr));
   }
   if (chain.rest.empty()) return first;
   chain.first = std::move(first);
@@ -178,7 +193,15 @@ ExpressionPointer Parser::parseRelation() {
   return make(start, tree::Comparison{found->operation, std::move(left), std::move(right)});
 }
 
-/// coercion := concatenation {"as" ["a" | "the"] class}
+/// Whether an operator that binds tighter than "as" follows: `x as integer + 1`.
+bool Parser::atArithmetic() const {
+  for (std::string_view const symbol : {"&", "+", "-", "*", "/", "^"}) {
+    if (word().isSymbol(symbol)) return true;
+  }
+  return word().isName("div") || word().isName("mod");
+}
+
+/// coercion := concatenation {"as" ["the"] class [the rest of a concatenation]}
 ExpressionPointer Parser::parseCoercion() {
   std::size_t const start = cursor_;
   ExpressionPointer operand = parseChain(kConcatenate);
@@ -189,14 +212,15 @@ ExpressionPointer Parser::parseCoercion() {
     if (!type) break;
     if (++coercions > limits_.depth) fail(errors::kNestedTooDeeply, "The script is nested too deeply.");
     operand = make(start, tree::Coerce{std::move(operand), *type});
+    if (atArithmetic()) operand = parseChain(kConcatenate, std::move(operand));
   }
   return operand;
 }
 
 /// power := unary ["^" power]
-ExpressionPointer Parser::parsePower() {
+ExpressionPointer Parser::parsePower(ExpressionPointer base) {
   std::size_t const start = cursor_;
-  ExpressionPointer base = parseUnary();
+  if (base == nullptr) base = parseUnary();
   if (!acceptSymbol("^")) return base;
   Nesting const nesting(*this);
   tree::Chain chain{std::move(base), {}};

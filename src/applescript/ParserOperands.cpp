@@ -21,6 +21,11 @@ ExpressionPointer Parser::parsePrimary() {
     case WordKind::integer:
     case WordKind::real:
       return parseNumber();
+    case WordKind::ordinal: {
+      std::int64_t index = 0;
+      std::from_chars(word().text.data(), word().text.data() + word().text.size(), index);
+      return parseOrdinal(start, tree::ElementOf::Form::index, index);
+    }
     case WordKind::text: {
       std::string text = word().text;
       advance();
@@ -38,11 +43,18 @@ ExpressionPointer Parser::parsePrimary() {
     case WordKind::name:
     case WordKind::pipedName:
     case WordKind::chevron: {
+      if (acceptPhrase("current application")) return make(start, tree::TheLanguage{});
       if (acceptPhrase("missing value")) return make(start, tree::Literal{Value::missing()});
       if (acceptPhrase("a reference to") || acceptPhrase("a ref to") || acceptPhrase("reference to") ||
           acceptPhrase("ref to")) {
         ExpressionPointer object = parseOperand();
         return make(start, tree::ReferenceTo{std::move(object)});
+      }
+      if (atHandlerCall()) return parseHandlerCall(start, nullptr);
+      if (word().kind == WordKind::chevron && word().text.starts_with("event ")) return parseRawEvent();
+      if (std::optional<std::int64_t> const seconds = durationHere()) {
+        advance();
+        return make(start, tree::Literal{*seconds});
       }
       Resolution const resolution = resolve();
       if (resolution.kind == Resolution::Kind::grammar) return parseGrammarWord();
@@ -108,7 +120,10 @@ ExpressionPointer Parser::parseGrammarWord() {
   if (acceptWord("true")) return make(start, tree::Literal{true});
   if (acceptWord("false")) return make(start, tree::Literal{false});
   if (acceptWord("return")) return make(start, tree::Literal{"\r"});
-  if (acceptWord("applescript") || acceptWord("me")) return make(start, tree::Me{});
+  if (acceptWord("applescript")) return make(start, tree::TheLanguage{});
+  if (acceptWord("me")) return make(start, tree::Me{});
+  if (key == "continue") return parseContinue(start);
+  if (acceptWord("script")) return make(start, tree::Literal{TypeCode{"scpt"_code}});
   if (acceptWord("it")) {
     if (isInTest_) return make(start, tree::Examined{});
     return make(start, tree::It{});
@@ -125,24 +140,25 @@ ExpressionPointer Parser::parseGrammarWord() {
   return make(start, tree::Literal{});
 }
 
+/// `hours`, unless it is the property of a date.
+std::optional<std::int64_t> Parser::durationHere() const {
+  static constexpr auto kDurations = std::to_array<std::pair<std::string_view, std::int64_t>>(
+      {{"minutes", 60}, {"hours", 3600}, {"days", 86400}, {"weeks", 604800}});
+  for (auto const& [key, seconds] : kDurations) {
+    if (word().isName(key) && !word(1).isName("of")) return seconds;
+  }
+  return std::nullopt;
+}
+
 /// identifier operand := constant | "result" | call | identifier ["of" operand]
 ExpressionPointer Parser::parseIdentifier() {
   std::size_t const start = cursor_;
   Word const name = word();
-  if (word(1).isSymbol("(")) {
-    advance();
-    return parseHandlerCall(start, name, false);
-  }
   if (name.kind == WordKind::name) {
     static constexpr auto kTexts = std::to_array<std::pair<std::string_view, std::string_view>>(
         {{"tab", "\t"}, {"linefeed", "\n"}, {"space", " "}, {"quote", "\""}});
     for (auto const& [key, text] : kTexts) {
       if (acceptWord(key)) return make(start, tree::Literal{std::string(text)});
-    }
-    static constexpr auto kDurations = std::to_array<std::pair<std::string_view, std::int64_t>>(
-        {{"minutes", 60}, {"hours", 3600}, {"days", 86400}, {"weeks", 604800}});
-    for (auto const& [key, seconds] : kDurations) {
-      if (acceptWord(key)) return make(start, tree::Literal{seconds});
     }
     if (acceptWord("pi")) return make(start, tree::Literal{std::numbers::pi});
     if (acceptWord("result")) return make(start, tree::LastResult{});
@@ -164,7 +180,9 @@ ExpressionPointer Parser::parseVariable() {
     return make(start, tree::Literal{});
   }
   advance();
-  return make(start, tree::Variable{name.kind == WordKind::name ? name.key : name.text, name.text});
+  std::string key = name.kind == WordKind::name ? name.key : name.text;
+  std::size_t const slot = slotOf(key);
+  return make(start, tree::Variable{std::move(key), name.text, slot});
 }
 
 std::optional<std::pair<RecordKey, std::size_t>> Parser::recordKey() const {
@@ -201,6 +219,7 @@ ExpressionPointer Parser::parseBraces() {
   tree::ListDisplay list;
   if (!word().isSymbol("}")) {
     do {
+      if (recordKey()) failExpected("expression");
       list.items.push_back(parseExpression());
     } while (acceptSymbol(","));
   }
@@ -212,6 +231,7 @@ bool Parser::startsExpression() const {
   switch (word().kind) {
     case WordKind::integer:
     case WordKind::real:
+    case WordKind::ordinal:
     case WordKind::text:
     case WordKind::pipedName:
     case WordKind::chevron:
@@ -227,10 +247,10 @@ bool Parser::startsExpression() const {
   }
   if (resolve().kind != Resolution::Kind::grammar) return true;
   static constexpr auto kStarters = std::to_array<std::string_view>(
-      {"the",    "true",    "false",  "return",    "applescript", "me",    "it",     "my",
-       "its",    "get",     "every",  "first",     "second",      "third", "fourth", "fifth",
-       "sixth",  "seventh", "eighth", "ninth",     "tenth",       "front", "last",   "back",
-       "middle", "some",    "end",    "beginning", "before",      "after", "not",    "ref"});
+      {"the",       "true",   "false", "return", "applescript", "me",      "it",     "my",    "its",
+       "get",       "every",  "first", "second", "third",       "fourth",  "fifth",  "sixth", "seventh",
+       "eighth",    "ninth",  "tenth", "front",  "last",        "back",    "middle", "some",  "end",
+       "beginning", "before", "after", "not",    "ref",         "continue"});
   for (std::string_view const starter : kStarters) {
     if (word().key == starter) return true;
   }

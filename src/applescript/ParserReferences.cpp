@@ -15,6 +15,11 @@ ExpressionPointer Parser::parseTerm(Container container) {
   if (meanings.type == "capp"_code && (hasSelector || word(1).isName("id"))) return parseApplication();
   Terminology const* own = resolver_.applicationTerms();
   bool const isFileOfOurs = meanings.type == "file"_code && !(own != nullptr && own->hasClass("file"_code));
+  if (meanings.type == "ldt "_code && hasSelector) {
+    advance(resolution.words);
+    ExpressionPointer text = parseSelector();
+    return make(start, tree::Coerce{std::move(text), "ldt "_code});
+  }
   bool const isOrdinaryFile = meanings.type == "psxf"_code || meanings.type == "alis"_code || isFileOfOurs;
   if (isOrdinaryFile && hasSelector) {
     advance(resolution.words);
@@ -69,6 +74,8 @@ bool Parser::isSelector(std::size_t ahead) const {
     case WordKind::text:
     case WordKind::pipedName:
       return true;
+    case WordKind::ordinal:
+      return false;
     case WordKind::symbol:
       return next.isSymbol("(") || (next.isSymbol("-") && word(ahead + 1).kind == WordKind::integer);
     case WordKind::name: {
@@ -101,6 +108,26 @@ ExpressionPointer Parser::parseSelector() {
   return parsePrimary();
 }
 
+/// bound := selector | class selector | "beginning" | "end"
+ExpressionPointer Parser::parseBound() {
+  std::size_t const start = cursor_;
+  if (acceptWord("beginning")) return make(start, tree::Literal{std::int64_t{1}});
+  if (acceptWord("end")) return make(start, tree::Literal{std::int64_t{-1}});
+  Resolution const resolution = resolve();
+  if (resolution.kind == Resolution::Kind::grammar && !word().isName("my") && !word().isName("its")) {
+    Scoped<bool> const alone(isBound_, true);
+    return parseGrammarWord();
+  }
+  if (resolution.meanings.type && isSelector(resolution.words)) {
+    advance(resolution.words);
+    ExpressionPointer selector = parseSelector();
+    ExpressionPointer nobody = make(start, tree::ImpliedTarget{});
+    return make(start, ElementOf{*resolution.meanings.type, ElementOf::Form::indexOrName, std::move(selector), nullptr,
+                                 std::move(nobody)});
+  }
+  return parseSelector();
+}
+
 /// element := class ( ["index"] selector | ["named"] selector | "id" selector | selector ("thru" | "through") selector
 ///                  | "from" selector "to" selector | ("before" | "after") operand ) ["of" operand]
 ExpressionPointer Parser::parseElement(Code type, Container container) {
@@ -123,14 +150,18 @@ ExpressionPointer Parser::parseElement(Code type, Container container) {
   } else if (acceptWord("named")) {
     form = ElementOf::Form::name;
   }
-  ExpressionPointer selector = parseSelector();
+  ExpressionPointer selector = isFromTo ? parseBound() : parseSelector();
   ExpressionPointer upper;
   if (isFromTo) {
     if (!acceptWord("thru") && !acceptWord("through")) expectWord("to");
-    upper = parseSelector();
+    upper = parseBound();
   } else if (acceptWord("thru") || acceptWord("through")) {
     form = ElementOf::Form::range;
-    upper = parseSelector();
+    upper = parseBound();
+  }
+  bool const isText = type == "cha "_code || type == "ctxt"_code;
+  if (isText && form == ElementOf::Form::id && !word().isName("of") && !word().isName("in")) {
+    return make(start, tree::Command{"character id", "ascr"_code, "chid"_code, std::move(selector), {}});
   }
   ExpressionPointer owner = parseContainer(container);
   return make(start, ElementOf{type, form, std::move(selector), std::move(upper), std::move(owner)});
@@ -174,6 +205,7 @@ ExpressionPointer Parser::parsePropertyOf(std::size_t start, RecordKey key, Cont
 
 ExpressionPointer Parser::parseContainer(Container container) {
   std::size_t const start = cursor_;
+  if (isBound_) return make(start, tree::ImpliedTarget{});
   if (acceptWord("of") || (!endsAtIn_ && acceptWord("in"))) return parseOperand();
   if (container == Container::script) return make(start, tree::Me{});
   if (isInTest_) return make(start, tree::Examined{});
@@ -184,6 +216,10 @@ ExpressionPointer Parser::parseContainer(Container container) {
 /// owned := call | term | identifier, of the script (`my`) or of the target (`its`)
 ExpressionPointer Parser::parseOwned(Container container) {
   std::size_t const start = cursor_;
+  if (word().isSymbol("(")) return parsePrimary();
+  if (atHandlerCall()) {
+    return parseHandlerCall(start, container == Container::script ? make(start, tree::Me{}) : make(start, tree::It{}));
+  }
   Resolution const resolution = resolve();
   if (resolution.kind == Resolution::Kind::term) return parseTerm(container);
   if (resolution.kind != Resolution::Kind::identifier) {
@@ -192,7 +228,6 @@ ExpressionPointer Parser::parseOwned(Container container) {
   }
   Word const name = word();
   advance();
-  if (container == Container::script && word().isSymbol("(")) return parseHandlerCall(start, name, true);
   return parsePropertyOf(start, name.kind == WordKind::name ? name.key : name.text, container);
 }
 
@@ -201,6 +236,10 @@ ExpressionPointer Parser::parsePossessives(std::size_t start, ExpressionPointer 
   std::size_t count = 0;
   while (acceptSymbol("'s")) {
     if (++count > limits_.depth) fail(errors::kNestedTooDeeply, "The script is nested too deeply.");
+    if (atHandlerCall()) {
+      owner = parseHandlerCall(start, std::move(owner));
+      continue;
+    }
     Resolution const resolution = resolve();
     if (resolution.kind == Resolution::Kind::identifier) {
       std::string key = word().kind == WordKind::name ? word().key : word().text;
@@ -258,6 +297,7 @@ ExpressionPointer Parser::parseApplication() {
 
 /// class := the name of a class, singular or plural
 std::optional<Code> Parser::parseClassName() {
+  if (acceptWord("script")) return "scpt"_code;
   Resolution const resolution = resolve();
   Meanings const& meanings = resolution.meanings;
   std::optional<Code> const type = meanings.type ? meanings.type : meanings.pluralType;

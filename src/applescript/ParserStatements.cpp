@@ -52,8 +52,10 @@ Statement::Node Parser::parseStatementNode() {
     if (key == "tell") return parseTell();
     if (key == "try") return parseTry();
     if (key == "repeat") return parseRepeat();
+    if (key == "script") return parseScriptStatement();
     if (key == "considering" || key == "ignoring") return parseConsidering();
     if (key == "with" && word(1).isName("timeout")) return parseWithTimeout();
+    if (key == "with" && word(1).isName("transaction")) return parseWithTransaction();
     if (key == "end") {
       failExpected("end of script");
       return tree::ExitRepeat{};
@@ -63,7 +65,7 @@ Statement::Node Parser::parseStatementNode() {
   return tree::Evaluate{parseExpression()};
 }
 
-[[nodiscard]] static bool isPattern(Expression const& expression) {
+bool Parser::isPattern(Expression const& expression) {
   if (expression.as<tree::Variable>() != nullptr) return true;
   auto const* list = expression.as<tree::ListDisplay>();
   if (list != nullptr) {
@@ -81,8 +83,14 @@ Statement::Node Parser::parseStatementNode() {
 }
 
 bool Parser::canBeSet(Expression const& target) const {
-  return target.as<tree::PropertyOf>() != nullptr || target.as<tree::ElementOf>() != nullptr ||
-         target.as<tree::InsertionPlace>() != nullptr || isPattern(target);
+  if (auto const* list = target.as<tree::ListDisplay>()) {
+    return std::ranges::all_of(list->items, [this](auto const& item) { return canBeSet(*item); });
+  }
+  if (auto const* record = target.as<tree::RecordDisplay>()) {
+    return std::ranges::all_of(record->fields, [this](auto const& field) { return canBeSet(*field.second); });
+  }
+  return target.as<tree::Variable>() != nullptr || target.as<tree::PropertyOf>() != nullptr ||
+         target.as<tree::ElementOf>() != nullptr || target.as<tree::InsertionPlace>() != nullptr;
 }
 
 /// set := "set" target "to" expression
@@ -167,7 +175,7 @@ Statement::Node Parser::parseDeclaration(tree::Declare::Scope scope) {
       failExpected("variable name");
       break;
     }
-    declare.keys.push_back(word().kind == WordKind::name ? word().key : word().text);
+    declare.slots.push_back(slotOf(word().kind == WordKind::name ? word().key : word().text));
     advance();
   } while (acceptSymbol(","));
   return declare;

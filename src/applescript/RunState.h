@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <random>
 
 #include "applescript/Applications.h"
 #include "applescript/Datum.h"
@@ -20,6 +21,7 @@ struct RunState {
   TextItemDelimiters delimiters;
   bool delimitersAreText = false;  ///< they were set as one text, and read back as one
   Considerations considerations;
+  std::mt19937_64 random{std::random_device{}()};
 
   /// Counts `count` steps of work; the script ends when there were too many.
   void spend(std::uint64_t count = 1);

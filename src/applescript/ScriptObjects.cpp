@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "applescript/Coercion.h"
+#include "applescript/DateProperties.h"
 #include "applescript/Describe.h"
 #include "applescript/ScriptError.h"
 #include "applescript/TextElements.h"
@@ -27,7 +28,7 @@ using Form = tree::ElementOf::Form;
     case Form::every:
       return "every " + name;
     case Form::first:
-      return "item 1";
+      return name + " 1";
     case Form::last:
       return "last " + name;
     case Form::middle:
@@ -57,7 +58,8 @@ using Form = tree::ElementOf::Form;
   return static_cast<std::size_t>(place);
 }
 
-[[nodiscard]] std::optional<std::size_t> positionOf(ElementRequest const& request, std::size_t count) {
+[[nodiscard]] std::optional<std::size_t> positionOf(ElementRequest const& request, std::size_t count,
+                                                    RunState* state = nullptr) {
   switch (request.form) {
     case Form::first:
       return position(1, count);
@@ -66,8 +68,8 @@ using Form = tree::ElementOf::Form;
     case Form::middle:
       return position(static_cast<std::int64_t>((count + 1) / 2), count);
     case Form::some:
-      // Any one will do; the same one each time keeps scripts repeatable.
-      return position(static_cast<std::int64_t>(count == 0 ? 0 : 1), count);
+      if (count == 0 || state == nullptr) return position(static_cast<std::int64_t>(count == 0 ? 0 : 1), count);
+      return std::uniform_int_distribution<std::size_t>(0, count - 1)(state->random);
     case Form::indexOrName:
     case Form::index: {
       auto const number = coercedToNumber(dereferenced(request.selector));
@@ -103,31 +105,48 @@ struct Bounds {
   return Bounds{std::min(*a, *b), std::max(*a, *b)};
 }
 
-/// `text i thru j`: characters, but as one text.
-[[nodiscard]] Datum textRange(Datum const& value, Text const& text, ElementRequest const& request, RunState& state) {
-  std::vector<std::string_view> const characters = charactersOf(text.view());
-  state.spend(characters.size() / 16);
-  auto const bounds = boundsOf(request, characters.size());
-  if (!bounds) raiseCannotGet(value, request, state);
-  std::string_view const first = characters[bounds->first];
-  std::string_view const last = characters[bounds->last];
-  return std::string(first.data(), last.data() + last.size());
-}
-
-[[nodiscard]] std::optional<std::vector<Datum>> elementsOfText(Text const& text, Code type, RunState& state) {
+[[nodiscard]] std::optional<std::vector<std::string_view>> partsOf(std::string_view text, Code type, RunState& state) {
   std::vector<std::string_view> parts;
-  if (type == "cha "_code || type == "cobj"_code) {
-    parts = charactersOf(text.view());
+  if (type == "cha "_code || type == "cobj"_code || type == "ctxt"_code) {
+    parts = charactersOf(text);
   } else if (type == "cwor"_code) {
-    parts = wordsOf(text.view());
+    parts = wordsOf(text);
   } else if (type == "cpar"_code) {
-    parts = paragraphsOf(text.view());
+    parts = paragraphsOf(text);
   } else if (type == "citm"_code) {
-    parts = textItemsOf(text.view(), state.delimiters, state.considerations);
+    parts = textItemsOf(text, state.delimiters, state.considerations);
   } else {
     return std::nullopt;
   }
   state.spend(text.size() / 16 + parts.size());
+  return parts;
+}
+
+/// The part of `text` from one bound to the other, which may be characters, words, paragraphs or text items.
+[[nodiscard]] std::optional<std::string_view> spanOf(std::string_view text, ElementRequest const& request,
+                                                     RunState& state) {
+  auto const place = [&](Datum const& number, ElementRequest const* element) -> std::optional<std::string_view> {
+    Code const type = element != nullptr ? element->type : "cha "_code;
+    auto const parts = partsOf(text, type, state);
+    if (!parts) return std::nullopt;
+    auto const index = element != nullptr ? positionOf(*element, parts->size())
+                                          : positionOf({type, Form::index, number, {}}, parts->size());
+    if (!index) return std::nullopt;
+    return (*parts)[*index];
+  };
+  auto const a = place(request.selector, request.lowerElement.get());
+  auto const b = place(request.upper, request.upperElement.get());
+  if (!a || !b) return std::nullopt;
+  char const* const start = std::min(a->data(), b->data());
+  char const* const end = std::max(a->data() + a->size(), b->data() + b->size());
+  return std::string_view(start, static_cast<std::size_t>(end - start));
+}
+
+[[nodiscard]] std::optional<std::vector<Datum>> elementsOfText(Text const& text, Code type, RunState& state) {
+  if (type == "ctxt"_code) return std::nullopt;
+  auto const found = partsOf(text.view(), type, state);
+  if (!found) return std::nullopt;
+  std::vector<std::string_view> const& parts = *found;
   std::vector<Datum> elements;
   elements.reserve(parts.size());
   for (std::string_view const part : parts) elements.emplace_back(std::string(part));
@@ -165,6 +184,14 @@ struct Bounds {
   return std::nullopt;
 }
 
+/// The code point of one character, a list of them of more.
+[[nodiscard]] Datum idOfText(Text const& text, RunState& state) {
+  std::vector<Datum> points;
+  for (std::int64_t const point : codePointsOf(text.view())) points.emplace_back(point);
+  if (points.size() == 1) return points.front();
+  return state.makeList(std::move(points));
+}
+
 [[nodiscard]] std::optional<Datum> delimitersDatum(RunState& state) {
   if (state.delimitersAreText && state.delimiters.size() == 1) return state.delimiters.front();
   std::vector<Datum> items;
@@ -198,13 +225,25 @@ bool isLanguageElement(Code type) {
 
 Datum elementOfValue(Datum const& value, ElementRequest const& request, RunState& state) {
   auto const* text = value.as<Text>();
-  if (text != nullptr && request.type == "ctxt"_code && request.form == Form::range) {
-    return textRange(value, *text, request, state);
+  bool const hasElementBounds = request.lowerElement != nullptr || request.upperElement != nullptr;
+  if (text != nullptr && request.form == Form::range && (request.type == "ctxt"_code || hasElementBounds)) {
+    auto const span = spanOf(text->view(), request, state);
+    if (!span) raiseCannotGet(value, request, state);
+    Text const part{std::string(*span)};
+    if (request.type == "ctxt"_code) return part;
+    return elementOfValue(part, {request.type, Form::every, {}, {}}, state);
+  }
+  if (text != nullptr && request.form != Form::range && request.form != Form::every) {
+    // One part, which must not make all others values.
+    auto const parts = request.type == "ctxt"_code ? std::nullopt : partsOf(text->view(), request.type, state);
+    auto const place = parts ? positionOf(request, parts->size(), &state) : std::nullopt;
+    if (!place) raiseCannotGet(value, request, state);
+    return std::string((*parts)[*place]);
   }
   // The common case, which must not copy the list.
   auto const* list = value.as<ListReference>();
   if (list != nullptr && request.type == "cobj"_code && request.form != Form::range && request.form != Form::every) {
-    auto const place = positionOf(request, (*list)->items.size());
+    auto const place = positionOf(request, (*list)->items.size(), &state);
     if (!place) raiseCannotGet(value, request, state);
     return (*list)->items[*place];
   }
@@ -218,7 +257,7 @@ Datum elementOfValue(Datum const& value, ElementRequest const& request, RunState
     return state.makeList(
         {begin + static_cast<std::ptrdiff_t>(bounds->first), begin + static_cast<std::ptrdiff_t>(bounds->last) + 1});
   }
-  auto const place = positionOf(request, elements->size());
+  auto const place = positionOf(request, elements->size(), &state);
   if (!place) raiseCannotGet(value, request, state);
   return (*elements)[*place];
 }
@@ -277,14 +316,16 @@ std::optional<Datum> propertyOfValue(Datum const& value, RecordKey const& key, R
   if (*code == "leng"_code || *code == "nmbr"_code) {
     if (auto const count = countOfValue(value)) return *count;
   }
-  if (value.as<ScriptItself>() != nullptr) {
+  if (value.as<Language>() != nullptr) {
     if (*code == "txdl"_code) return delimitersDatum(state);
     if (*code == "pnam"_code) return "AppleScript";
     if (*code == "vers"_code) return "2.8";
     return std::nullopt;
   }
+  if (auto const* date = value.as<Date>()) return propertyOfDate(*date, *code);
   if (auto const* list = value.as<ListReference>()) return propertyOfList(*list, *code, state);
   if (auto const* text = value.as<Text>()) {
+    if (*code == "ID  "_code) return idOfText(*text, state);
     if (*code == "strq"_code) return quotedForShell(text->view());
     if (*code == "psxp"_code) return posixPath(text->string());
     if (*code == "ctxt"_code || *code == "TEXT"_code) return value;

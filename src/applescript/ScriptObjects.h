@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include "applescript/RunState.h"
@@ -14,6 +15,9 @@ struct ElementRequest {
   tree::ElementOf::Form form;
   Datum selector;
   Datum upper;
+  /// `from word 1 to word 3`: the bounds of a range as elements of the same value; null where they are numbers.
+  std::shared_ptr<ElementRequest const> lowerElement = nullptr;
+  std::shared_ptr<ElementRequest const> upperElement = nullptr;
 };
 
 /// -1728 when there is no such element.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,6 +17,7 @@
 namespace morla::applescript {
 
 struct TargetApplication;
+struct Script;
 
 /// Never null in a finished tree, unless a member says so.
 struct Expression;
@@ -59,6 +61,7 @@ struct Literal {
 struct Variable {
   std::string key;   ///< lower case, unless it was written between bars
   std::string name;  ///< as written
+  std::size_t slot;  ///< its place among the variables of the routine that it stands in
 };
 struct ListDisplay {
   std::vector<ExpressionPointer> items;
@@ -91,8 +94,10 @@ struct IsRunning {
 struct ImpliedTarget {};
 /// `it`: the target of the enclosing tell, as an object.
 struct It {};
-/// `me`, `AppleScript`, `current application`.
+/// `me`: the script object whose handler runs.
 struct Me {};
+/// `AppleScript`, `current application`.
+struct TheLanguage {};
 /// Inside a whose clause: the object that is being tested.
 struct Examined {};
 /// `result`
@@ -156,8 +161,12 @@ struct Command {
 struct HandlerCall {
   std::string key;
   std::string name;
-  bool isOfScript;  ///< `my f()`, `f() of me`: never the tell's target
+  ExpressionPointer receiver;  ///< null: the tell's target, then the script
   std::vector<ExpressionPointer> arguments;
+  ExpressionPointer direct = nullptr;  ///< of a handler with labels
+  std::vector<std::pair<std::string, ExpressionPointer>> labelled = {};
+  bool isLabelled = false;
+  bool isContinue = false;  ///< `continue f()`: the parent's handler
 };
 
 }  // namespace tree
@@ -165,9 +174,9 @@ struct HandlerCall {
 struct Expression {
   using Node = std::variant<tree::Literal, tree::Variable, tree::ListDisplay, tree::RecordDisplay, tree::Unary,
                             tree::Chain, tree::Comparison, tree::Coerce, tree::IsRunning, tree::ImpliedTarget, tree::It,
-                            tree::Me, tree::Examined, tree::LastResult, tree::PropertyOf, tree::ElementOf,
-                            tree::InsertionPlace, tree::ApplicationNamed, tree::PosixFile, tree::ReferenceTo,
-                            tree::Count, tree::Exists, tree::Command, tree::HandlerCall>;
+                            tree::Me, tree::TheLanguage, tree::Examined, tree::LastResult, tree::PropertyOf,
+                            tree::ElementOf, tree::InsertionPlace, tree::ApplicationNamed, tree::PosixFile,
+                            tree::ReferenceTo, tree::Count, tree::Exists, tree::Command, tree::HandlerCall>;
   Node node;
   SourceRange range;
 
@@ -255,7 +264,12 @@ struct WithTimeout {
 };
 struct Declare {
   enum class Scope { global, local } scope;
-  std::vector<std::string> keys;
+  std::vector<std::size_t> slots;
+};
+/// `script name … end script` in a handler: makes a new script object each time.
+struct DefineScript {
+  std::unique_ptr<Script> script;  ///< never null
+  ExpressionPointer variable;      ///< null when the script has no name
 };
 /// `using terms from`: the compiler's business, so only its body is left.
 struct Group {
@@ -265,31 +279,59 @@ struct Group {
 }  // namespace tree
 
 struct Statement {
-  using Node =
-      std::variant<tree::Evaluate, tree::Set, tree::If, tree::Tell, tree::Try, tree::RepeatForever, tree::RepeatTimes,
-                   tree::RepeatWhile, tree::RepeatInList, tree::RepeatFromTo, tree::ExitRepeat, tree::Return,
-                   tree::RaiseError, tree::Considering, tree::WithTimeout, tree::Declare, tree::Group>;
+  using Node = std::variant<tree::Evaluate, tree::Set, tree::If, tree::Tell, tree::Try, tree::RepeatForever,
+                            tree::RepeatTimes, tree::RepeatWhile, tree::RepeatInList, tree::RepeatFromTo,
+                            tree::ExitRepeat, tree::Return, tree::RaiseError, tree::Considering, tree::WithTimeout,
+                            tree::Declare, tree::DefineScript, tree::Group>;
   Node node;
   SourceRange range;
+};
+
+/// The names that a handler mentions, each with its place among the handler's variables.
+struct Routine {
+  std::map<std::string, std::size_t, std::less<>> slots;
+};
+
+struct HandlerParameter {
+  std::string label;           ///< of a parameter with a label; "" of a positional or the direct one
+  ExpressionPointer pattern;   ///< a pattern, as `set` has them
+  std::optional<Code> type;    ///< the class it is coerced to
+  ExpressionPointer standard;  ///< what it is when the call leaves it out; may be null
 };
 
 struct Handler {
   std::string key;
   std::string name;
-  std::vector<ExpressionPointer> parameters;  ///< patterns, as `set` has them
-  Block body;
-  SourceRange range;
+  bool isLabelled = false;
+  std::vector<HandlerParameter> parameters = {};
+  Routine routine = {};
+  Block body = {};
+  SourceRange range = {};
 };
 
-struct ScriptProperty {
-  std::string key;
-  ExpressionPointer value;
+/// What a script has from the start: a property, or a script object in it.
+struct ScriptMember {
+  RecordKey key;
+  ExpressionPointer value;         ///< null for a script object
+  std::unique_ptr<Script> script;  ///< null for a property
 };
 
+/// A whole script, or a script object within one.
 struct Script {
-  std::vector<ScriptProperty> properties;
-  std::vector<Handler> handlers;
-  Block body;  ///< the run handler, written out or implied
+  ~Script();
+  Script();
+  Script(Script&&) noexcept;
+  Script& operator=(Script&&) noexcept;
+
+  std::string key;  ///< "" of the whole script and of one without a name
+  std::string name;
+  ExpressionPointer parent;  ///< may be null
+  std::vector<ScriptMember> members;
+  Routine initializers;  ///< the names in the members' values
+  std::map<std::string, Handler, std::less<>> handlers;
+  Handler run;  ///< written out or implied
+  bool isRunImplied = true;
+  bool usesCreator = false;  ///< a handler of it mentions a name of the handler that it stands in
 };
 
 }  // namespace morla::applescript

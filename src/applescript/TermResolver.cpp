@@ -9,18 +9,18 @@ namespace {
 
 /// Sorted. Words that begin or join productions of the grammar; none of them can be a variable.
 constexpr auto kReservedWords = std::to_array<std::string_view>(
-    {"about",   "above",   "after",   "against",   "and",         "apart",   "applescript", "around",   "as",
-     "aside",   "at",      "back",    "before",    "beginning",   "begins",  "behind",      "below",    "beneath",
-     "beside",  "between", "but",     "by",        "considering", "contain", "contains",    "copy",     "div",
-     "does",    "eighth",  "else",    "end",       "ends",        "equal",   "equals",      "error",    "every",
-     "exit",    "false",   "fifth",   "first",     "for",         "fourth",  "from",        "front",    "get",
-     "given",   "global",  "if",      "ignoring",  "in",          "instead", "into",        "is",       "it",
-     "its",     "last",    "local",   "me",        "middle",      "mod",     "my",          "ninth",    "not",
-     "of",      "on",      "onto",    "or",        "out",         "over",    "prop",        "property", "put",
-     "ref",     "repeat",  "return",  "returning", "script",      "second",  "set",         "seventh",  "since",
-     "sixth",   "some",    "starts",  "tell",      "tenth",       "that",    "the",         "then",     "third",
-     "through", "thru",    "timeout", "to",        "transaction", "true",    "try",         "until",    "where",
-     "while",   "whose",   "with",    "without"});
+    {"about",  "above",   "after",  "against", "and",         "apart",       "applescript", "around",   "as",
+     "aside",  "at",      "back",   "before",  "beginning",   "begins",      "behind",      "below",    "beneath",
+     "beside", "between", "but",    "by",      "considering", "contain",     "contains",    "continue", "copy",
+     "div",    "does",    "eighth", "else",    "end",         "ends",        "equal",       "equals",   "error",
+     "every",  "exit",    "false",  "fifth",   "first",       "for",         "fourth",      "from",     "front",
+     "get",    "given",   "global", "if",      "ignoring",    "in",          "instead",     "into",     "is",
+     "it",     "its",     "last",   "local",   "me",          "middle",      "mod",         "my",       "ninth",
+     "not",    "of",      "on",     "onto",    "or",          "out",         "over",        "prop",     "property",
+     "put",    "ref",     "repeat", "return",  "returning",   "script",      "second",      "set",      "seventh",
+     "since",  "sixth",   "some",   "starts",  "tell",        "tenth",       "that",        "the",      "then",
+     "third",  "through", "thru",   "timeout", "to",          "transaction", "true",        "try",      "until",
+     "where",  "while",   "whose",  "with",    "without"});
 
 static_assert(std::ranges::is_sorted(kReservedWords));
 

@@ -1,6 +1,7 @@
 #include "applescript/TextElements.h"
 
 #include <algorithm>
+#include <array>
 
 #include "applescript/Comparison.h"
 #include "base/unicode/Unicode.h"
@@ -64,6 +65,32 @@ std::vector<std::string_view> paragraphsOf(std::string_view text) {
   }
   paragraphs.push_back(text.substr(start));
   return paragraphs;
+}
+
+std::vector<std::int64_t> codePointsOf(std::string_view text) {
+  std::vector<std::int64_t> points;
+  while (!text.empty()) {
+    CodePoint const point = codePointAt(text, 0);
+    points.push_back(static_cast<std::int64_t>(point.value));
+    text.remove_prefix(point.bytes);
+  }
+  return points;
+}
+
+bool appendCodePoint(std::string& text, std::int64_t codePoint) {
+  constexpr std::int64_t kLast = 0x10FFFF;
+  if (codePoint < 0 || codePoint > kLast || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) return false;
+  auto const point = static_cast<std::uint32_t>(codePoint);
+  auto const add = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
+  if (point < 0x80U) {
+    add(point);
+    return true;
+  }
+  unsigned const more = point < 0x800U ? 1 : point < 0x10000U ? 2 : 3;
+  constexpr std::array<std::uint32_t, 4> kLeads{0, 0xC0U, 0xE0U, 0xF0U};
+  add(kLeads[more] | point >> (6 * more));
+  for (unsigned i = more; i-- > 0;) add(0x80U | (point >> (6 * i) & 0x3FU));
+  return true;
 }
 
 std::vector<std::string_view> textItemsOf(std::string_view text, std::vector<std::string> const& delimiters,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,11 @@ namespace morla::applescript {
 [[nodiscard]] std::vector<std::string_view> charactersOf(std::string_view text);
 [[nodiscard]] std::vector<std::string_view> wordsOf(std::string_view text);
 [[nodiscard]] std::vector<std::string_view> paragraphsOf(std::string_view text);
+
+/// The code points of a text; a byte that is no text stands for itself.
+[[nodiscard]] std::vector<std::int64_t> codePointsOf(std::string_view text);
+/// False when there is no such code point.
+[[nodiscard]] bool appendCodePoint(std::string& text, std::int64_t codePoint);
 
 /// What lies between the delimiters, wherever any of them stands; of two at one place the one that comes first in the
 /// list. Without a delimiter that has a character every character is an item.

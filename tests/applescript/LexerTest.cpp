@@ -26,6 +26,9 @@ namespace {
       case WordKind::real:
         kind = "real";
         break;
+      case WordKind::ordinal:
+        kind = "ordinal";
+        break;
       case WordKind::text:
         kind = "text";
         break;

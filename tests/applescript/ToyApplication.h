@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -75,7 +76,12 @@ class ToyHost final : public Host {
   ShellResult runShell(std::string const& command) override;
   void log(std::string const& line) override { logged.push_back(line); }
   FileKind fileKindAt(std::string const& posixPath) override;
+  LocalTime now() override { return {clock, 3600}; }
+  void wait(std::chrono::milliseconds duration) override { waits.push_back(duration); }
+  std::string homeFolder() override { return "/Users/me"; }
 
+  std::int64_t clock = 1'700'000'000;  ///< Tuesday, November 14, 2023 at 10:13:20 PM
+  std::vector<std::chrono::milliseconds> waits;
   std::vector<ToyApplication*> applications;
   std::function<ShellResult(std::string const&)> shell;
   std::vector<std::string> commands;  ///< what the shell was asked to run

@@ -1,6 +1,9 @@
 #include "platform/linux/scripting/ScriptHost.h"
 
+#include <cstdlib>
+#include <ctime>
 #include <filesystem>
+#include <thread>
 
 #include "platform/linux/scripting/Shell.h"
 
@@ -64,6 +67,22 @@ applescript::Host::FileKind ScriptHost::fileKindAt(std::string const& posixPath)
   auto const status = std::filesystem::status(posixPath, error);
   if (error || !std::filesystem::exists(status)) return FileKind::none;
   return std::filesystem::is_directory(status) ? FileKind::folder : FileKind::file;
+}
+
+applescript::Host::LocalTime ScriptHost::now() {
+  std::time_t const moment = std::time(nullptr);
+  std::tm local{};
+  if (::localtime_r(&moment, &local) == nullptr) return {moment, 0};
+  return {moment + local.tm_gmtoff, local.tm_gmtoff};
+}
+
+void ScriptHost::wait(std::chrono::milliseconds duration) {
+  std::this_thread::sleep_for(duration);
+}
+
+std::string ScriptHost::homeFolder() {
+  char const* home = std::getenv("HOME");  // NOLINT(concurrency-mt-unsafe): nothing here changes the environment
+  return home == nullptr ? "/" : home;
 }
 
 }  // namespace morla::linux

@@ -48,6 +48,9 @@ class ScriptHost final : public applescript::Host {
   [[nodiscard]] applescript::ShellResult runShell(std::string const& command) override;
   void log(std::string const& line) override;
   [[nodiscard]] FileKind fileKindAt(std::string const& posixPath) override;
+  LocalTime now() override;
+  void wait(std::chrono::milliseconds duration) override;
+  std::string homeFolder() override;
 
  private:
   ScriptingServices& services_;

@@ -1,3 +1,2 @@
 -- expect error: -2741
-on f given x:y
-end f
+return {1, a:2}

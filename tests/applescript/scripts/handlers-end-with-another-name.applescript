@@ -1,3 +1,4 @@
 -- expect error: -2741
-script s
-end script
+on f()
+	return 1
+end g

@@ -1,0 +1,3 @@
+-- expect error: -2741
+script s
+	property a : 1

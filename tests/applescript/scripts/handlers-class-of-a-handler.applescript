@@ -1,0 +1,4 @@
+-- expect: handler
+on f()
+end f
+return (class of f) as text

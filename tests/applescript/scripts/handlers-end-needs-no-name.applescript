@@ -1,0 +1,5 @@
+-- expect: 1
+on f()
+	return 1
+end
+return f()

@@ -1,0 +1,4 @@
+-- expect: 0
+on run argv
+	return count of argv
+end run

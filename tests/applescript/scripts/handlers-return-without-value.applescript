@@ -1,0 +1,5 @@
+-- expect none
+on f()
+	return
+end f
+f()

@@ -1,0 +1,5 @@
+-- expect: hello
+to greet()
+	return "hello"
+end greet
+greet()

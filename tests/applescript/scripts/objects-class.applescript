@@ -1,0 +1,4 @@
+-- expect: script
+script s
+end script
+return (class of s) as text

@@ -1,0 +1,2 @@
+-- expect: true
+return parent is current application

@@ -1,0 +1,7 @@
+-- expect: ran
+script s
+	on run
+		return "ran"
+	end run
+end script
+run s
