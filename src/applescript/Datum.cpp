@@ -2,29 +2,60 @@
 
 namespace morla::applescript {
 
+static thread_local std::size_t liveTextBytes = 0;
+
+Text::Buffer::Buffer(std::string text) : text_(std::move(text)) {
+  liveTextBytes += sizeof(Buffer) + text_.size();
+}
+
+Text::Buffer::~Buffer() {
+  liveTextBytes -= sizeof(Buffer) + text_.size();
+}
+
+void Text::Buffer::append(std::string_view more) {
+  text_.append(more);
+  liveTextBytes += more.size();
+}
+
+std::size_t Text::liveBytes() {
+  return liveTextBytes;
+}
+
 Text Text::appended(std::string_view more) const {
   Text result(*this);
-  if (length_ != buffer_->size()) result.buffer_ = std::make_shared<std::string>(view());
+  std::string_view const whole = buffer_->view();
+  if (length_ != whole.size()) result.buffer_ = std::make_shared<Buffer>(string());
   // `more` may be a part of the very buffer that is about to grow.
-  bool const isOwnPart = more.data() >= result.buffer_->data() && more.data() < result.buffer_->data() + length_;
+  bool const isOwnPart = more.data() >= whole.data() && more.data() < whole.data() + whole.size();
   if (isOwnPart) {
     result.buffer_->append(std::string(more));
   } else {
     result.buffer_->append(more);
   }
-  result.length_ = result.buffer_->size();
+  result.length_ = result.buffer_->view().size();
   return result;
 }
 
 Aggregate::Aggregate(Heap& heap) : heap_(&heap), next_(heap.first_) {
   if (next_ != nullptr) next_->previous_ = this;
   heap.first_ = this;
+  account(sizeof(ListObject));
+}
+
+void Aggregate::account(std::size_t bytes) {
+  bytes_ += bytes;
+  heap_->liveBytes_ += bytes;
 }
 
 Aggregate::~Aggregate() {
   if (previous_ != nullptr) previous_->next_ = next_;
   if (next_ != nullptr) next_->previous_ = previous_;
   if (heap_->first_ == this) heap_->first_ = next_;
+  heap_->liveBytes_ -= bytes_;
+}
+
+ListObject::ListObject(Heap& heap, std::vector<Datum> contents) : Aggregate(heap), items(std::move(contents)) {
+  account(items.size() * sizeof(Datum));
 }
 
 ListObject::~ListObject() {
@@ -34,6 +65,10 @@ ListObject::~ListObject() {
 void ListObject::surrender(std::vector<Datum>& out) {
   for (Datum& item : items) out.push_back(std::move(item));
   items.clear();
+}
+
+RecordObject::RecordObject(Heap& heap, Fields contents) : Aggregate(heap), fields(std::move(contents)) {
+  account(fields.size() * sizeof(Fields::value_type));
 }
 
 RecordObject::~RecordObject() {

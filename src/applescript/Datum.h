@@ -24,15 +24,32 @@ class Heap;
 class Text {
  public:
   Text() : Text(std::string()) {}
-  explicit Text(std::string text) : buffer_(std::make_shared<std::string>(std::move(text))), length_(buffer_->size()) {}
+  explicit Text(std::string text)
+      : buffer_(std::make_shared<Buffer>(std::move(text))), length_(buffer_->view().size()) {}
 
-  [[nodiscard]] std::string_view view() const { return std::string_view(*buffer_).substr(0, length_); }
+  [[nodiscard]] std::string_view view() const { return buffer_->view().substr(0, length_); }
   [[nodiscard]] std::string string() const { return std::string(view()); }
   [[nodiscard]] std::size_t size() const { return length_; }
   [[nodiscard]] Text appended(std::string_view more) const;
 
+  /// What the texts of this thread hold together, in bytes. A run keeps to one thread.
+  [[nodiscard]] static std::size_t liveBytes();
+
  private:
-  std::shared_ptr<std::string> buffer_;
+  /// Counts itself among liveBytes().
+  class Buffer {
+   public:
+    explicit Buffer(std::string text);
+    ~Buffer();
+    Buffer(Buffer const&) = delete;
+    Buffer& operator=(Buffer const&) = delete;
+    void append(std::string_view more);
+    [[nodiscard]] std::string_view view() const { return text_; }
+
+   private:
+    std::string text_;
+  };
+  std::shared_ptr<Buffer> buffer_;
   std::size_t length_;
 };
 
@@ -45,6 +62,9 @@ class Aggregate {
   Aggregate(Aggregate const&) = delete;
   Aggregate& operator=(Aggregate const&) = delete;
 
+  /// Counts `bytes` more for what it holds, until it ends.
+  void account(std::size_t bytes);
+
   /// Moves all contents to the end of `out`.
   virtual void surrender(std::vector<Datum>& out) = 0;
 
@@ -54,6 +74,7 @@ class Aggregate {
  private:
   friend class Heap;
   Heap* heap_;
+  std::size_t bytes_ = 0;
   Aggregate* previous_ = nullptr;
   Aggregate* next_ = nullptr;
 };
@@ -144,7 +165,7 @@ struct Datum {
 
 class ListObject final : public Aggregate {
  public:
-  ListObject(Heap& heap, std::vector<Datum> contents) : Aggregate(heap), items(std::move(contents)) {}
+  ListObject(Heap& heap, std::vector<Datum> contents);
   ~ListObject() override;
   void surrender(std::vector<Datum>& out) override;
 
@@ -155,7 +176,7 @@ class RecordObject final : public Aggregate {
  public:
   using Fields = std::vector<std::pair<RecordKey, Datum>>;
 
-  RecordObject(Heap& heap, Fields contents) : Aggregate(heap), fields(std::move(contents)) {}
+  RecordObject(Heap& heap, Fields contents);
   ~RecordObject() override;
   void surrender(std::vector<Datum>& out) override;
 
@@ -187,11 +208,15 @@ class Heap {
   [[nodiscard]] ScriptReference makeScript(Script const& code, ScriptReference outer, ActivationReference creator);
   [[nodiscard]] ActivationReference makeActivation(Routine const& routine, ScriptReference home, ScriptReference me);
 
+  /// What lists, records and script objects hold, about, in bytes.
+  [[nodiscard]] std::size_t liveBytes() const { return liveBytes_; }
+
   /// Ends what `aggregate` holds, now or as soon as the end that is under way allows.
   void bury(Aggregate& aggregate);
 
  private:
   friend class Aggregate;
+  std::size_t liveBytes_ = 0;
   Aggregate* first_ = nullptr;
   std::vector<Datum> graveyard_;
   bool isBurying_ = false;

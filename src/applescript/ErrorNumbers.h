@@ -5,6 +5,7 @@
 /// AppleScript's own error numbers, beside those of Apple events.
 namespace morla::applescript::errors {
 
+inline constexpr std::int64_t kOutOfMemory = -108;
 inline constexpr std::int64_t kUserCancelled = -128;
 inline constexpr std::int64_t kPrivilege = -10004;
 inline constexpr std::int64_t kWrongArguments = -1721;

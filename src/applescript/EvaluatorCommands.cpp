@@ -96,7 +96,12 @@ Datum Evaluator::shell(tree::Command const& node) {
     if (message.empty()) message = "The command exited with a non-zero status.";
     raise(result.status, std::move(message));
   }
-  return state_->makeText(converted(result.output));
+  Datum const output = state_->makeText(converted(result.output));
+  Expression const* type = optionalParameter(node, "rtyp"_code);
+  if (type == nullptr) return output;
+  Datum const wanted = operand(*type);
+  auto const* code = wanted.as<TypeCode>();
+  return code == nullptr ? output : coerce(output, code->code, *state_);
 }
 
 /// Where a text begins in another one, in characters from 1; 0 when it is not there.

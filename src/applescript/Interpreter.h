@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,7 +18,9 @@ struct Limits {
   std::size_t sourceBytes = std::size_t{4} * 1024 * 1024;
   std::size_t depth = 200;  ///< nesting of statements and expressions in the source, and of values in each other
   std::size_t evaluationDepth = 1000;  ///< nesting of what is being evaluated at one time, through all handler calls
-  std::uint64_t steps = 200'000'000;
+  /// A loop without end runs on, as in the language; only a test bounds it.
+  std::uint64_t steps = std::numeric_limits<std::uint64_t>::max();
+  std::size_t memoryBytes = std::size_t{1024} * 1024 * 1024;  ///< all values of a script together
   std::size_t listItems = 10'000'000;
   std::size_t textBytes = std::size_t{64} * 1024 * 1024;
 };

@@ -106,7 +106,9 @@ constexpr std::int64_t kLargestInteger = 536870911;
     RecordObject::Fields fields = (*a)->fields;
     RecordReference const joined = state.heap.makeRecord(std::move(fields));
     for (auto const& field : (*b)->fields) {
-      if (joined->find(field.first) == nullptr) joined->fields.push_back(field);
+      if (joined->find(field.first) != nullptr) continue;
+      joined->account(sizeof(field));
+      joined->fields.push_back(field);
     }
     return joined;
   }

@@ -173,6 +173,7 @@ class Parser {
   bool isNested_ = false;  ///< in a script object, which "end" ends
   bool isBound_ = false;   ///< a range's bound, whose container is the range's
   bool isInTest_ = false;  ///< in a whose clause, where terms are the tested object's
+  bool endsAtAs_ = false;  ///< `as` ends the expression, for the same reason as `in`
   bool endsAtIn_ = false;  ///< `in` ends the expression: it names the command's next parameter
   std::optional<ScriptFailure> failure_;
 };

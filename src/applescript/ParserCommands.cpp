@@ -2,6 +2,7 @@
 
 #include "applescript/ErrorNumbers.h"
 #include "applescript/Parser.h"
+#include "applescript/Scoped.h"
 
 namespace morla::applescript {
 
@@ -18,6 +19,9 @@ ExpressionPointer Parser::parseCommand(Resolution const& resolution) {
   std::vector<Dictionary::Parameter const*> const parameters = parametersOf(definition);
   tree::Command command{definition.name, definition.eventClass, definition.eventId, nullptr, {}};
   std::size_t words = 0;
+  // `display alert x as warning`: there "as" is the command's, and no coercion.
+  bool const hasAs = std::ranges::any_of(parameters, [](auto const* one) { return one->name == "as"; });
+  Scoped<bool> const opaque(endsAtAs_, endsAtAs_ || hasAs);
   if (parameterHere(parameters, words) == nullptr && startsExpression()) command.direct = parseExpression();
   while (!failed()) {
     if (Dictionary::Parameter const* parameter = parameterHere(parameters, words)) {

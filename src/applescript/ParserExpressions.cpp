@@ -206,7 +206,7 @@ ExpressionPointer Parser::parseCoercion() {
   std::size_t const start = cursor_;
   ExpressionPointer operand = parseChain(kConcatenate);
   std::size_t coercions = 0;
-  while (acceptWord("as")) {
+  while (!endsAtAs_ && acceptWord("as")) {
     acceptWord("the");
     std::optional<Code> const type = parseClassName();
     if (!type) break;

@@ -274,6 +274,7 @@ ExpressionPointer Parser::parseHandlerCall(std::size_t start, ExpressionPointer 
   if (acceptSymbol("(")) {
     {
       Scoped<bool> const inside(endsAtIn_, false);
+      Scoped<bool> const coercing(endsAtAs_, false);
       while (!failed() && !word().isSymbol(")")) {
         call.arguments.push_back(parseExpression());
         if (!acceptSymbol(",")) break;

@@ -35,6 +35,7 @@ ExpressionPointer Parser::parsePrimary() {
       if (word().isSymbol("{")) return parseBraces();
       if (acceptSymbol("(")) {
         Scoped<bool> const inside(endsAtIn_, false);
+        Scoped<bool> const coercing(endsAtAs_, false);
         ExpressionPointer inner = parseExpression();
         expectSymbol(")");
         return inner;
@@ -201,6 +202,7 @@ ExpressionPointer Parser::parseBraces() {
   Nesting const nesting(*this);
   std::size_t const start = cursor_;
   Scoped<bool> const inside(endsAtIn_, false);
+  Scoped<bool> const coercing(endsAtAs_, false);
   expectSymbol("{");
   if (recordKey()) {
     tree::RecordDisplay record;

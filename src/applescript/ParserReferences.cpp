@@ -60,6 +60,7 @@ ExpressionPointer Parser::parseTerm(Container container) {
 /// What may stand between a class and its selector counts only when a selector follows: `id` alone is a property.
 bool Parser::selectorFollows(std::size_t ahead) const {
   Word const& next = word(ahead);
+  if (next.isName("id") && word(ahead + 1).isSymbol("{")) return true;
   if (next.isName("id") || next.isName("index") || next.isName("named")) return isSelector(ahead + 1);
   if (next.isName("from")) return isSelector(ahead + 1) || resolve(ahead + 1).meanings.type.has_value();
   return isSelector(ahead);

@@ -16,6 +16,9 @@ namespace morla::applescript {
 
 void RunState::spend(std::uint64_t count) {
   steps_ += count;
+  if (heap.liveBytes() + Text::liveBytes() > limits.memoryBytes) {
+    raiseLimit(errors::kOutOfMemory, "Out of memory.");
+  }
   if (steps_ > limits.steps) raiseLimit(errors::kTooManySteps, "The script takes too many steps.");
 }
 

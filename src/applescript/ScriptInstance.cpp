@@ -15,7 +15,9 @@ Activation::Activation(Heap& heap, Routine const& theRoutine, ScriptReference th
       routine(&theRoutine),
       home(std::move(theHome)),
       me(std::move(receiver)),
-      slots(theRoutine.slots.size()) {}
+      slots(theRoutine.slots.size()) {
+  account(sizeof(Activation) + slots.size() * sizeof(Slot));
+}
 
 Activation::~Activation() {
   heap().bury(*this);
@@ -37,7 +39,9 @@ Activation::Slot* Activation::find(std::string_view name) {
 
 ScriptInstance::ScriptInstance(Heap& heap, Script const& theCode, ScriptReference theOuter,
                                ActivationReference theCreator)
-    : Aggregate(heap), code(&theCode), outer(std::move(theOuter)), creator(std::move(theCreator)) {}
+    : Aggregate(heap), code(&theCode), outer(std::move(theOuter)), creator(std::move(theCreator)) {
+  account(sizeof(ScriptInstance) + theCode.members.size() * sizeof(Datum));
+}
 
 ScriptInstance::~ScriptInstance() {
   heap().bury(*this);

@@ -297,6 +297,7 @@ void insertIntoValue(InsertionPoint const& place, Datum element, RunState& state
   }
   std::vector<Datum>& items = (*list)->items;
   if (items.size() >= state.limits.listItems) raise(errors::kValueTooLarge, "The list is too large.");
+  (*list)->account(sizeof(Datum));
   if (place.position == "end "_code) {
     items.push_back(std::move(element));
   } else {

@@ -12,17 +12,19 @@ class Parser {
   explicit Parser(std::vector<std::string> const& words) : words_(words) {}
 
   ToolArgumentsOrProblem parse() {
+    bool hasOptions = true;
     while (problem_.empty() && next_ < words_.size()) {
       std::string const& word = words_[next_++];
-      if (word == "--") {
-        while (problem_.empty() && next_ < words_.size()) takeFile(words_[next_++]);
-      } else if (word.size() > 1 && word.front() == '-') {
+      if (hasOptions && word == "--") {
+        hasOptions = false;
+      } else if (hasOptions && word.size() > 1 && word.front() == '-') {
         takeOption(word);
       } else {
-        takeFile(word);
+        // The first word that is no option ends the options; what follows is the script's own.
+        hasOptions = false;
+        takeOther(word);
       }
     }
-    if (problem_.empty() && hasFile_ && !arguments_.lines.empty()) problem_ = "a file and -e exclude each other";
     if (!problem_.empty()) return {std::nullopt, problem_};
     return {std::move(arguments_), {}};
   }
@@ -52,8 +54,12 @@ class Parser {
     }
   }
 
-  void takeFile(std::string const& word) {
-    if (hasFile_) problem_ = "more than one file";
+  /// The script's file, unless -e gave the script; then an argument.
+  void takeOther(std::string const& word) {
+    if (hasFile_ || !arguments_.lines.empty()) {
+      arguments_.scriptArguments.push_back(word);
+      return;
+    }
     hasFile_ = true;
     arguments_.file = word;
   }
@@ -78,12 +84,13 @@ ToolArgumentsOrProblem parseToolArguments(std::vector<std::string> const& words)
 }
 
 std::string toolHelp() {
-  return "Usage: applescript [-s h|s] [--check] [-e LINE]... [FILE | -]\n"
+  return "Usage: applescript [-s h|s] [--check] {-e LINE... | [FILE | -]} [ARGUMENT]...\n"
          "\n"
          "Runs AppleScript and prints the script's result.\n"
          "\n"
          "  -e LINE    a line of the script; several make up the script, in their order\n"
          "  FILE       a file that holds the script; - or none: standard input\n"
+         "  ARGUMENT   goes to the script's \"on run argv\"\n"
          "  -s h       print the result for people to read (without this option, too)\n"
          "  -s s       print the result as a script would write it\n"
          "  --check    compile the script, do not run it\n"

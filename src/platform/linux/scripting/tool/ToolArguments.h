@@ -12,8 +12,9 @@ struct ToolArguments {
   enum class Form { human, source };
   Action action = Action::run;
   Form form = Form::human;
-  std::vector<std::string> lines;  ///< of -e; without any, the script comes from `file`
-  std::string file = "-";          ///< "-": standard input
+  std::vector<std::string> lines;            ///< of -e; without any, the script comes from `file`
+  std::string file = "-";                    ///< "-": standard input
+  std::vector<std::string> scriptArguments;  ///< for the script's `on run argv`
 };
 
 struct ToolArgumentsOrProblem {

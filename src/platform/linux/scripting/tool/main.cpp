@@ -57,6 +57,14 @@ static int report(ToolArguments const& arguments, std::string const& source,
   return kFailure;
 }
 
+/// Constants and objects are called by their applications' words in either form; script objects have but these.
+static std::string shown(ToolArguments const& arguments, applescript::ScriptOutcome const& outcome) {
+  bool const isNamed = !outcome.result || outcome.result->as<applescript::Enumerator>() != nullptr ||
+                       outcome.result->as<applescript::TypeCode>() != nullptr ||
+                       outcome.result->as<applescript::SpecifierPointer>() != nullptr;
+  return arguments.form == ToolArguments::Form::source || isNamed ? *outcome.source : humanForm(*outcome.result);
+}
+
 static int runScript(ToolArguments const& arguments, std::string const& source) {
   ScriptingServices services(Bundles::installed(), privacy::PermissionStore::ofUser(), kIdentifier, nullptr);
   ScriptHost host(services, [](std::string const& line) { std::cerr << line << std::endl; });
@@ -65,12 +73,10 @@ static int runScript(ToolArguments const& arguments, std::string const& source) 
     return failure ? report(arguments, source, *failure) : 0;
   }
   applescript::TextItemDelimiters delimiters{""};
-  auto const outcome = applescript::run(source, host, delimiters);
+  auto const outcome = applescript::run(source, host, delimiters, {}, {arguments.scriptArguments, true});
   if (outcome.failure) return report(arguments, source, *outcome.failure);
-  if (!outcome.result) return 0;
-  std::cout << (arguments.form == ToolArguments::Form::source ? sourceForm(*outcome.result)
-                                                              : humanForm(*outcome.result))
-            << '\n';
+  if (!outcome.source) return 0;
+  std::cout << shown(arguments, outcome) << '\n';
   return std::cout.flush() ? 0 : kFailure;
 }
 

@@ -1,0 +1,2 @@
+-- expect: 7
+return run script "return 3 + 4"

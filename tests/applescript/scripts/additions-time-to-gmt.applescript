@@ -1,0 +1,2 @@
+-- expect: 3600
+return time to GMT

@@ -1,0 +1,2 @@
+-- expect: 5 apples
+return 5 as text & " apples"

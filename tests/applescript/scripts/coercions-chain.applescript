@@ -1,0 +1,2 @@
+-- expect: 6
+return "5" as integer + 1

@@ -1,0 +1,2 @@
+-- expect: 8
+return "5" + "3"

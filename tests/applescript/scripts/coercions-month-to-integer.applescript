@@ -1,0 +1,2 @@
+-- expect: 11
+return November as integer

@@ -1,0 +1,2 @@
+-- expect: 5
+return {5} as integer

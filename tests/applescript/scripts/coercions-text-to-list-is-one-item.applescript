@@ -1,0 +1,2 @@
+-- expect: 1
+return count of ("abc" as list)

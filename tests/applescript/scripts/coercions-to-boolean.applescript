@@ -1,0 +1,2 @@
+-- expect: true false
+return (1 as boolean as text) & " " & ("false" as boolean)

@@ -1,0 +1,2 @@
+-- expect: 1
+return count of (5 as list)

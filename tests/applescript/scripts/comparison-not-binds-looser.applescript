@@ -1,0 +1,2 @@
+-- expect: true
+return not 1 is 2

@@ -1,0 +1,2 @@
+-- expect: true
+return class of (current date) is date

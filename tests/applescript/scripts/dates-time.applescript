@@ -1,0 +1,2 @@
+-- expect: 3661
+return time of date "2020-01-01 01:01:01"

@@ -1,0 +1,2 @@
+-- expect: 3
+return (count every word of "one two three")

@@ -1,0 +1,2 @@
+-- expect: 2
+return item index 2 of {1, 2}

@@ -1,0 +1,2 @@
+-- expect: b
+return item 2 of "abc"

@@ -1,0 +1,2 @@
+-- expect: y
+return item -2 of {"x", "y", "z"}

@@ -1,0 +1,3 @@
+-- expect: 2
+set l to {1, 2, 3}
+return l's item 2

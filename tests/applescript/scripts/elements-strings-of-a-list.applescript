@@ -1,0 +1,2 @@
+-- expect: ab
+return (every text of {1, "a", "b"}) as text

@@ -1,0 +1,2 @@
+-- expect: 4
+return count of words of "Hello, wide-open world!"

@@ -1,0 +1,4 @@
+-- expect: 3
+try
+	1 + 2
+end try

@@ -1,0 +1,2 @@
+-- expect: true
+return class of (POSIX file "/x") is «class furl»

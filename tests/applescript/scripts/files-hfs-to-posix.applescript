@@ -1,0 +1,2 @@
+-- expect: /Users/me/a b.txt
+return POSIX path of "Macintosh HD:Users:me:a b.txt"

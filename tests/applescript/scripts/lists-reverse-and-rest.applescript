@@ -1,0 +1,2 @@
+-- expect: cba bc
+return ((reverse of {"a", "b", "c"}) as text) & " " & (rest of {"a", "b", "c"})

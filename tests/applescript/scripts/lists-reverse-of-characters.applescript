@@ -1,0 +1,2 @@
+-- expect: olleh
+return (reverse of characters of "hello") as text

@@ -1,0 +1,2 @@
+-- expect: true
+return true or false and false

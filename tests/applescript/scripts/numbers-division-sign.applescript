@@ -1,0 +1,2 @@
+-- expect: 2.5
+return 5 ÷ 2

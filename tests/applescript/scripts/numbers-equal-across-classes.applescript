@@ -1,0 +1,2 @@
+-- expect: true
+return 1 = 1.0

@@ -1,0 +1,2 @@
+-- expect: 3.0
+return 2 * 1.5

@@ -1,0 +1,2 @@
+-- expect: 3.14159265359
+return pi

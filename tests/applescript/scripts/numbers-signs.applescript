@@ -1,0 +1,2 @@
+-- expect: -3 3
+return (-(1 + 2) as text) & " " & +3

@@ -1,0 +1,2 @@
+-- expect: ac
+return (front item of {"a", "b", "c"}) & back item of {"a", "b", "c"}

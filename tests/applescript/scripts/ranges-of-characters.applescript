@@ -1,0 +1,2 @@
+-- expect: bcd
+return (characters 2 thru 4 of "abcde") as text

@@ -1,0 +1,2 @@
+-- expect: 3
+return «event sysoexec» "echo 3"

@@ -1,0 +1,3 @@
+-- expect error: -10006
+set r to {a:1}
+set b of r to 2

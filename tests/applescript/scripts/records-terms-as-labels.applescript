@@ -1,0 +1,2 @@
+-- expect: Box
+return name of {name:"Box", length:3}

@@ -1,0 +1,6 @@
+-- expect: 1 9
+set l to {1, 2}
+set r to a reference to item 2 of l
+set contents of r to 9
+set AppleScript's text item delimiters to " "
+return l as text

@@ -1,0 +1,3 @@
+-- expect: 5
+set x to 5
+result

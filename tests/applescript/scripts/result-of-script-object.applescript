@@ -1,0 +1,4 @@
+-- expect none
+script s
+end script
+return s

@@ -1,0 +1,2 @@
+-- expect error: -1728
+set {a, b} to {1}

@@ -1,0 +1,2 @@
+-- expect error: -10004
+do shell script "echo x" with administrator privileges

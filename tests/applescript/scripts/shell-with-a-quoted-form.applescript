@@ -1,0 +1,2 @@
+-- expect: it's
+return do shell script "echo " & "it's"

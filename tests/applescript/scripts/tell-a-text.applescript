@@ -1,0 +1,2 @@
+-- expect: 5
+tell "hello" to return its length

@@ -1,0 +1,2 @@
+-- expect: Aé
+return character id 65 & character id 233

@@ -1,0 +1,2 @@
+-- expect: Hi
+return string id {72, 105}
