@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
@@ -75,6 +76,7 @@ class Evaluator {
   [[nodiscard]] bool turn(Block const& body, Outcome& outcome);
   void enter(Datum const& target);
   void assign(Expression const* variable, Datum value);
+  [[nodiscard]] std::optional<Datum> extended(tree::Set const& node);
 
   // EvaluatorVariables.cpp
   void setTarget(Expression const& target, Datum value);
@@ -185,6 +187,7 @@ class Evaluator {
   Datum target_ = Language{};
   std::chrono::milliseconds timeout_ = kDefaultReplyTimeout;
   std::size_t depth_ = 0;
+  std::uintptr_t stackBase_;  ///< where the stack was when the run began
   SourceRange range_;
 };
 

@@ -3,23 +3,34 @@
 #include "applescript/Coercion.h"
 #include "applescript/Describe.h"
 #include "applescript/Evaluator.h"
+#include "applescript/Operators.h"
 #include "applescript/Scoped.h"
 #include "applescript/TextElements.h"
 
 namespace morla::applescript {
 
+/// Where the stack stands; it grows downwards on every machine that this runs on.
+[[nodiscard]] static std::uintptr_t stackPosition() {
+  return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+}
+
 Level::Level(Evaluator& evaluator) : evaluator_(&evaluator) {
-  if (++evaluator_->depth_ > evaluator_->state_->limits.evaluationDepth) {
+  Limits const& limits = evaluator_->state_->limits;
+  std::uintptr_t const position = stackPosition();
+  bool const isStackFull = position < evaluator_->stackBase_ && evaluator_->stackBase_ - position > limits.stackBytes;
+  if (++evaluator_->depth_ > limits.evaluationDepth || isStackFull) {
     --evaluator_->depth_;  // this destructor will not run
     raise(errors::kNestedTooDeeply, "Stack overflow.");
   }
 }
 
-Evaluator::Evaluator(Script const& script, RunState& state) : script_(&script), state_(&state) {}
+Evaluator::Evaluator(Script const& script, RunState& state)
+    : script_(&script), state_(&state), stackBase_(stackPosition()) {}
 
 Evaluator::Outcome Evaluator::execute(Block const& block) {
   Outcome last;
   for (Statement const& statement : block) {
+    last = {};  // the value of the statement before is nobody's any more
     last = execute(statement);
     if (last.flow != Flow::next) break;
   }
@@ -43,7 +54,41 @@ Evaluator::Outcome Evaluator::run(tree::Evaluate const& node) {
   return {Flow::next, std::move(value)};
 }
 
+/// `set l to l & …` where nothing but the variable has the list any more: the list grows in place, so that a loop of
+/// such statements takes linear time. Nothing when the statement is another one.
+std::optional<Datum> Evaluator::extended(tree::Set const& node) {
+  auto const* name = node.target->as<tree::Variable>();
+  auto const* chain = node.value->as<tree::Chain>();
+  if (name == nullptr || chain == nullptr || chain->rest.front().first != BinaryOperator::concatenate) {
+    return std::nullopt;
+  }
+  auto const* first = chain->first->as<tree::Variable>();
+  if (first == nullptr || first->slot != name->slot) return std::nullopt;
+  Datum const* const storage = storageOf(*name);
+  auto const* held = storage == nullptr ? nullptr : storage->as<ListReference>();
+  if (held == nullptr) return std::nullopt;
+  ListReference const list = *held;
+  std::vector<Datum> parts;
+  for (auto const& term : chain->rest) parts.push_back(dereferenced(evaluate(*term.second)));
+  lastResult_.reset();  // which this statement replaces
+  Datum const* const now = storageOf(*name);
+  bool const isSame = now != nullptr && now->as<ListReference>() != nullptr && *now->as<ListReference>() == list;
+  constexpr long kOwners = 2;  // the variable and this function
+  if (isSame && list.use_count() == kOwners) {
+    for (Datum const& part : parts) appendTo(*list, part, *state_);
+    return list;
+  }
+  Datum value = list;
+  for (Datum const& part : parts) value = applied(BinaryOperator::concatenate, value, part, *state_);
+  setVariable(*name, value);
+  return value;
+}
+
 Evaluator::Outcome Evaluator::run(tree::Set const& node) {
+  if (std::optional<Datum> list = extended(node)) {
+    lastResult_ = list;
+    return {Flow::next, std::move(list)};
+  }
   Datum value = evaluate(*node.value);
   if (value.isNull()) raise(errors::kUndefinedVariable, "No result was returned.");
   setTarget(*node.target, value);
@@ -101,6 +146,7 @@ Evaluator::Outcome Evaluator::run(tree::Try const& node) {
 
 bool Evaluator::turn(Block const& body, Outcome& outcome) {
   state_->spend();
+  outcome = {};
   outcome = execute(body);
   if (outcome.flow == Flow::next) return true;
   if (outcome.flow == Flow::exitRepeat) outcome = {};

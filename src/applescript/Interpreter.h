@@ -17,7 +17,9 @@ namespace morla::applescript {
 struct Limits {
   std::size_t sourceBytes = std::size_t{4} * 1024 * 1024;
   std::size_t depth = 200;  ///< nesting of statements and expressions in the source, and of values in each other
-  std::size_t evaluationDepth = 1000;  ///< nesting of what is being evaluated at one time, through all handler calls
+  std::size_t evaluationDepth = 10'000;  ///< nesting of what is being evaluated at one time, through all handler calls
+  /// The stack that this may take of the thread; its size depends on the compiler, and threads have 8 MiB.
+  std::size_t stackBytes = std::size_t{5} * 1024 * 1024;
   /// A loop without end runs on, as in the language; only a test bounds it.
   std::uint64_t steps = std::numeric_limits<std::uint64_t>::max();
   std::size_t memoryBytes = std::size_t{1024} * 1024 * 1024;  ///< all values of a script together

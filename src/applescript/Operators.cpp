@@ -132,6 +132,19 @@ Datum applied(BinaryOperator operation, Datum const& left, Datum const& right, R
   return operation == BinaryOperator::concatenate ? concatenated(a, b, state) : calculated(operation, a, b, state);
 }
 
+void appendTo(ListObject& list, Datum const& more, RunState& state) {
+  auto const* items = more.as<ListReference>();
+  std::size_t const count = items == nullptr ? 1 : (*items)->items.size();
+  if (list.items.size() + count > state.limits.listItems) raise(errors::kValueTooLarge, "The list is too large.");
+  state.spend(count);
+  list.account(count * sizeof(Datum));
+  if (items == nullptr) {
+    list.items.push_back(more);
+  } else {
+    list.items.insert(list.items.end(), (*items)->items.begin(), (*items)->items.end());
+  }
+}
+
 Datum negated(Datum const& operand, RunState& state) {
   Datum const number = coerce(operand, "nmbr"_code, state);
   if (auto const* integer = number.as<std::int64_t>()) return -*integer;

@@ -32,6 +32,7 @@ struct ComparisonWords {
   std::string_view phrase;
   ComparisonOperator operation;
   ComparisonLevel level;
+  bool isNegated = false;
 };
 using enum ComparisonOperator;
 using enum ComparisonLevel;
@@ -82,6 +83,9 @@ constexpr auto kComparisons = std::to_array<ComparisonWords>({
     {"begin with", startsWith, equality},
     {"ends with", endsWith, equality},
     {"end with", endsWith, equality},
+    {"does not start with", startsWith, equality, true},
+    {"does not begin with", startsWith, equality, true},
+    {"does not end with", endsWith, equality, true},
 });
 struct ComparisonSymbol {
   std::string_view symbol;
@@ -100,6 +104,7 @@ constexpr auto kComparisonSymbols = std::to_array<ComparisonSymbol>({
 struct FoundComparison {
   ComparisonOperator operation;
   std::size_t words;
+  bool isNegated = false;
 };
 
 [[nodiscard]] std::optional<FoundComparison> findComparison(TermResolver const& resolver, Word const& word,
@@ -114,7 +119,7 @@ struct FoundComparison {
     std::size_t const words = resolver.matchPhrase(position, entry.phrase);
     if (words == 0) continue;
     if (entry.level != level) return std::nullopt;
-    return FoundComparison{entry.operation, words};
+    return FoundComparison{entry.operation, words, entry.isNegated};
   }
   return std::nullopt;
 }
@@ -179,7 +184,9 @@ ExpressionPointer Parser::parseEquality() {
   if (!found) return left;
   advance(found->words);
   ExpressionPointer right = parseRelation();
-  return make(start, tree::Comparison{found->operation, std::move(left), std::move(right)});
+  ExpressionPointer comparison = make(start, tree::Comparison{found->operation, std::move(left), std::move(right)});
+  if (!found->isNegated) return comparison;
+  return make(start, tree::Unary{UnaryOperator::logicalNot, std::move(comparison)});
 }
 
 /// relation := coercion [relation operator coercion]

@@ -61,6 +61,10 @@ TEST_F(Interpreter, SurvivesDeepNestingOfEveryBracket) {
       {"selectors", "item " + repeated("-", 1) + repeated("(item ", kMany)},
       {"commands", repeated("do shell script ", kMany) + "x"},
       {"counts", repeated("count ", kMany) + "x"},
+      {"script objects", repeated("script\n", kMany)},
+      {"continues", repeated("continue f(", kMany)},
+      {"interleaved calls", repeated("f:", kMany)},
+      {"run scripts", repeated("run script ", kMany) + "x"},
       {"places", "get " + repeated("end of ", kMany) + "x"},
   };
   for (Row const& row : rows) {
@@ -98,6 +102,63 @@ TEST_F(Interpreter, BoundsTheSizeOfTextsAndLists) {
   EXPECT_EQ(errorOf("set l to {1}\nrepeat\nset l to l & l\nend repeat", limits), -2708);
 }
 
+TEST_F(Interpreter, BoundsWhatAllValuesHoldTogether) {
+  Limits limits;
+  limits.memoryBytes = 1'000'000;
+  EXPECT_EQ(errorOf("set l to {}\nrepeat\nset end of l to \"0123456789\" & (count l)\nend repeat", limits), -108);
+  EXPECT_EQ(errorOf("set l to {}\nrepeat\ntry\nset l to {l, {1, 2, 3}}\nend try\nend repeat", limits), -108)
+      << "no try goes on after it";
+  EXPECT_EQ(errorOf("repeat 20000 times\nset x to {1, 2, 3, 4, 5, 6, 7, 8}\nset y to \"a\" & x\nend repeat", limits), 0)
+      << "what nothing holds any more does not count";
+}
+
+TEST_F(Interpreter, BoundsTheStackThatItTakes) {
+  std::string const source = "on f(n)\nreturn 1 + (f(n + 1))\nend f\nf(1)";
+  EXPECT_EQ(errorOf(source), -2706);
+  Limits limits;
+  limits.stackBytes = 100'000;
+  EXPECT_EQ(errorOf(source, limits), -2706);
+  EXPECT_EQ(errorOf("try\nf(1)\nend try\n" + source, limits), -2706);
+}
+
+TEST_F(Interpreter, LetsHandlersCallThemselvesTwoHundredTimes) {
+  ScriptOutcome const outcome =
+      runText("on f(n)\nif n = 0 then\nreturn 0\nelse\nreturn 1 + (f(n - 1))\nend if\nend f\nf(200)");
+  ASSERT_TRUE(outcome.result) << outcome.failure->message;
+  EXPECT_EQ(*outcome.result, Value(std::int64_t{200}));
+}
+
+TEST_F(Interpreter, HandsArgumentsToTheRunHandler) {
+  ScriptOutcome const list = run("on run argv\nreturn (count argv) & item 2 of argv as text\nend run", host_,
+                                 delimiters_, {}, {{"a", "b c"}, true});
+  ASSERT_TRUE(list.result) << list.failure->message;
+  EXPECT_EQ(*list.result, Value("2b c"));
+  EXPECT_EQ(list.source, "\"2b c\"");
+  ScriptOutcome const pattern = run("on run {x, y}\nreturn y\nend run", host_, delimiters_, {}, {{"a", "b"}});
+  ASSERT_TRUE(pattern.result);
+  EXPECT_EQ(*pattern.result, Value("b"));
+}
+
+TEST_F(Interpreter, WritesTheResultAsAScriptWould) {
+  auto const garden = makeGarden();
+  host_.applications = {garden.get()};
+  struct Row {
+    char const* source;
+    char const* expected;
+  };
+  Row const rows[] = {
+      {"{1, 2.0, \"a\\\"b\", missing value, true}", "{1, 2.0, \"a\\\"b\", missing value, true}"},
+      {"{a:1, name:\"x\"}", "{a:1, name:\"x\"}"},
+      {"tell application \"Garden\" to main colour of plant 1 of bed 1", "red"},
+      {"script s\nend script\ns", "«script s»"},
+      {"date \"2020-01-01\"", "date \"Wednesday, January 1, 2020 at 12:00:00 AM\""},
+  };
+  for (Row const& row : rows) {
+    ScriptOutcome const outcome = run(row.source, host_, delimiters_, {}, {{}, true});
+    EXPECT_EQ(outcome.source, row.expected) << row.source;
+  }
+}
+
 TEST_F(Interpreter, RefusesASourceThatIsTooLarge) {
   Limits limits;
   limits.sourceBytes = 10;
@@ -128,6 +189,10 @@ TEST_F(Interpreter, AppendsInLinearTime) {
       runText("set l to {}\nrepeat 60000 times\nset end of l to 1\nend repeat\nreturn count of l", limits);
   ASSERT_TRUE(list.result) << list.failure->message;
   EXPECT_EQ(*list.result, Value(std::int64_t{60'000}));
+  ScriptOutcome const joined =
+      runText("set l to {}\nrepeat 60000 times\nset l to l & 1\nend repeat\nreturn count of l", limits);
+  ASSERT_TRUE(joined.result) << joined.failure->message;
+  EXPECT_EQ(*joined.result, Value(std::int64_t{60'000}));
 }
 
 TEST_F(Interpreter, KeepsTextsApartThatBeganAsOne) {
@@ -221,7 +286,13 @@ TEST_F(Interpreter, AnswersAnyOrderOfWordsWithAValueOrAnError) {
                                                                   "reverse",     "text items",
                                                                   "exit repeat", "tell application \"Garden\"\n",
                                                                   "end tell\n",  "set x to {1, \"a\", {2}}\n",
-                                                                  "on f(x)\n",   "end f\n"});
+                                                                  "on f(x)\n",   "end f\n",
+                                                                  "script s\n",  "end script\n",
+                                                                  "continue",    "given",
+                                                                  "date",        "property p : 1\n",
+                                                                  "a:1",         "word",
+                                                                  "text",        "round",
+                                                                  "whose it"});
   Limits limits;
   limits.steps = 5'000;
   std::mt19937 random(20261);  // NOLINT(cert-msc51-cpp): the same scripts each time

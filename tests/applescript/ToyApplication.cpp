@@ -72,6 +72,7 @@ ToyApplication::Found ToyApplication::find(Value const& reference) {
     if (object == nullptr) return {{}, noSuchObject(reference)};
     return {{object}, {}};
   }
+  if (specifier.form == KeyForm::relative) return neighbour(specifier);
   Found const container = find(specifier.container);
   if (container.error) return container;
   if (container.objects.empty()) return {{}, noSuchObject(reference)};
@@ -95,8 +96,45 @@ ToyApplication::Found ToyApplication::find(Value const& reference) {
   return found;
 }
 
+[[nodiscard]] static ToyApplication::Object* parentOf(ToyApplication::Object& within, std::int64_t id) {
+  for (auto& element : within.elements) {
+    if (element.id == id) return &within;
+    if (auto* deeper = parentOf(element, id)) return deeper;
+  }
+  return nullptr;
+}
+
+/// The object of the wanted class next to another one.
+ToyApplication::Found ToyApplication::neighbour(Specifier const& specifier) {
+  Found const other = find(specifier.container);
+  if (other.error || other.objects.empty()) return other;
+  Object* const parent = parentOf(root, other.objects.front()->id);
+  if (parent == nullptr) return {{}, noSuchObject({})};
+  bool const isNext = specifier.selector == Value(Enumerator{"next"_code});
+  Object* previous = nullptr;
+  bool hasPassed = false;
+  for (Object& element : parent->elements) {
+    if (&element == other.objects.front()) {
+      if (!isNext) break;
+      hasPassed = true;
+      continue;
+    }
+    if (element.type != specifier.wanted) continue;
+    if (hasPassed) return {{&element}, {}};
+    previous = &element;
+  }
+  if (isNext || previous == nullptr) return {{}, noSuchObject({})};
+  return {{previous}, {}};
+}
+
 ToyApplication::Found ToyApplication::pick(Specifier const& specifier, std::vector<Object*> const& candidates) {
-  auto const at = [&candidates](Value const& selector) -> std::optional<std::size_t> {
+  auto const at = [this, &candidates](Value const& selector) -> std::optional<std::size_t> {
+    // A range's bound may be a name.
+    if (auto const* bound = selector.as<SpecifierPointer>()) {
+      Found const one = pick(**bound, candidates);
+      if (one.objects.empty()) return std::nullopt;
+      return static_cast<std::size_t>(std::ranges::find(candidates, one.objects.front()) - candidates.begin());
+    }
     std::int64_t index = static_cast<std::int64_t>(numberOf(selector));
     if (index < 0) index += static_cast<std::int64_t>(candidates.size()) + 1;
     if (index < 1 || index > static_cast<std::int64_t>(candidates.size())) return std::nullopt;
@@ -180,6 +218,10 @@ EventReply ToyApplication::get(Value const& reference) {
       auto const found = owner->properties.find(property);
       if (property == "pcls"_code) {
         values.push_back(TypeCode{owner->type});
+      } else if (property == "pALL"_code) {
+        Record all;
+        for (auto const& [code, value] : owner->properties) all.push_back({code, value});
+        values.push_back(std::move(all));
       } else if (found == owner->properties.end()) {
         return noSuchObject(reference);
       } else {
@@ -237,7 +279,9 @@ EventReply ToyApplication::make(AppleEvent const& event) {
   if (place != nullptr && fieldOf(*place, "kobj"_code) != nullptr) place = fieldOf(*place, "kobj"_code);
   Found const parents = place == nullptr ? Found{{&root}, {}} : find(*place);
   if (parents.error) return *parents.error;
-  Object& made = add(*parents.objects.front(), type->as<TypeCode>()->code, {});
+  Value const* where = parameterOf(event, "insh"_code);
+  if (where == nullptr) where = place;
+  Object& made = insert(where, {type->as<TypeCode>()->code, ++lastId_, {}, {}});
   Value const* properties = parameterOf(event, "prdt"_code);
   if (properties != nullptr && properties->as<Record>() != nullptr) {
     for (RecordField const& field : *properties->as<Record>())
@@ -246,16 +290,65 @@ EventReply ToyApplication::make(AppleEvent const& event) {
   return specifierOf(made);
 }
 
+/// At the end of the place's object, or where the place says. The place is known to exist.
+ToyApplication::Object& ToyApplication::insert(Value const* place, Object object) {
+  Value const* at = place == nullptr ? nullptr : fieldOf(*place, "kobj"_code);
+  Value const* position = place == nullptr ? nullptr : fieldOf(*place, "kpos"_code);
+  Value const* anchor = at != nullptr ? at : place;
+  Found const found = anchor == nullptr ? Found{{&root}, {}} : find(*anchor);
+  Object* parent = found.objects.front();
+  auto where = parent->elements.end();
+  if (position != nullptr && *position == Value(Enumerator{"bgng"_code})) where = parent->elements.begin();
+  bool const isBefore = position != nullptr && *position == Value(Enumerator{"befo"_code});
+  bool const isAfter = position != nullptr && *position == Value(Enumerator{"afte"_code});
+  if (isBefore || isAfter) {
+    Object const* sibling = parent;
+    parent = parentOf(root, sibling->id);
+    where = std::ranges::find(parent->elements, sibling->id, &Object::id);
+    if (isAfter) ++where;
+  }
+  return *parent->elements.insert(where, std::move(object));
+}
+
+void ToyApplication::renumber(Object& object) {
+  object.id = ++lastId_;
+  for (Object& element : object.elements) renumber(element);
+}
+
+/// `move` and `duplicate`: the objects come to stand at a new place.
+EventReply ToyApplication::relocate(AppleEvent const& event, bool keepsOriginal) {
+  Found const found = find(event.directObject);
+  if (found.error) return *found.error;
+  Value const* place = parameterOf(event, "insh"_code);
+  if (place != nullptr) {
+    Value const* at = fieldOf(*place, "kobj"_code);
+    if (Found const target = find(at != nullptr ? *at : *place); target.error) return *target.error;
+  }
+  Object copy = *found.objects.front();
+  Value originalParent = specifierOf(*parentOf(root, copy.id));
+  if (place == nullptr) place = &originalParent;
+  if (keepsOriginal) {
+    renumber(copy);
+  } else {
+    erase({copy.id});
+  }
+  return specifierOf(insert(place, std::move(copy)));
+}
+
+void ToyApplication::erase(std::set<std::int64_t> const& ids) {
+  std::function<void(Object&)> const eraseIn = [&](Object& parent) {
+    std::erase_if(parent.elements, [&](Object const& one) { return ids.contains(one.id); });
+    for (Object& element : parent.elements) eraseIn(element);
+  };
+  eraseIn(root);
+}
+
 EventReply ToyApplication::remove(Value const& reference) {
   Found const found = find(reference);
   if (found.error) return *found.error;
   std::set<std::int64_t> ids;
   for (Object const* object : found.objects) ids.insert(object->id);
-  std::function<void(Object&)> const erase = [&](Object& parent) {
-    std::erase_if(parent.elements, [&](Object const& one) { return ids.contains(one.id); });
-    for (Object& element : parent.elements) erase(element);
-  };
-  erase(root);
+  erase(ids);
   return Value();
 }
 
@@ -272,6 +365,8 @@ EventReply ToyApplication::handle(AppleEvent const& event) {
   if (id == "corecnte") return count(event);
   if (id == "corecrel") return make(event);
   if (id == "coredelo") return remove(event.directObject);
+  if (id == "coremove") return relocate(event, false);
+  if (id == "coreclon") return relocate(event, true);
   if (id == "coredoex") return Value(!find(event.directObject).error.has_value());
   if (id == "GardWatr") {
     // Says what it was asked, so that a test sees every parameter.

@@ -54,6 +54,11 @@ class ToyApplication {
   [[nodiscard]] EventReply count(AppleEvent const& event);
   [[nodiscard]] EventReply make(AppleEvent const& event);
   [[nodiscard]] EventReply remove(Value const& reference);
+  [[nodiscard]] EventReply relocate(AppleEvent const& event, bool keepsOriginal);
+  [[nodiscard]] Found neighbour(Specifier const& specifier);
+  [[nodiscard]] Object& insert(Value const* place, Object object);
+  void renumber(Object& object);
+  void erase(std::set<std::int64_t> const& ids);
   [[nodiscard]] bool passes(Object& object, Value const& test);
   [[nodiscard]] Value tested(Object& object, Value const& operand);
   [[nodiscard]] Value specifierOf(Object const& object) const;
