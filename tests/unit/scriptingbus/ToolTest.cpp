@@ -91,7 +91,7 @@ TEST_F(Tool, SaysWhichFileCannotBeRead) {
 TEST_F(Tool, SpeaksWithApplications) {
   expect("-e 'tell application \"Toy Library\" to name of book 2'", "Shadow\n");
   expect("-s s -e 'tell application \"Toy Library\" to get every book'",
-         "{«class Book» \"Light\", «class Book» \"Shadow\", «class Book» \"Colour, a history\"}\n");
+         "{book \"Light\", book \"Shadow\", book \"Colour, a history\"}\n");
   expectFailure(1, "-e 'tell application \"Toy Library\" to name of book 9'",
                 "-e:1:35: error: Toy Library got an error: Can’t get it. (-1728)\n");
 }
