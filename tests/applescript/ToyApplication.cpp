@@ -107,7 +107,8 @@ ToyApplication::Found ToyApplication::find(Value const& reference) {
 /// The object of the wanted class next to another one.
 ToyApplication::Found ToyApplication::neighbour(Specifier const& specifier) {
   Found const other = find(specifier.container);
-  if (other.error || other.objects.empty()) return other;
+  if (other.error) return other;
+  if (other.objects.empty()) return {{}, noSuchObject({})};
   Object* const parent = parentOf(root, other.objects.front()->id);
   if (parent == nullptr) return {{}, noSuchObject({})};
   bool const isNext = specifier.selector == Value(Enumerator{"next"_code});
@@ -130,7 +131,7 @@ ToyApplication::Found ToyApplication::neighbour(Specifier const& specifier) {
 ToyApplication::Found ToyApplication::pick(Specifier const& specifier, std::vector<Object*> const& candidates) {
   auto const at = [this, &candidates](Value const& selector) -> std::optional<std::size_t> {
     // A range's bound may be a name.
-    if (auto const* bound = selector.as<SpecifierPointer>()) {
+    if (auto const* bound = selector.as<SpecifierPointer>(); bound != nullptr && ++hops_ < kMaximumHops) {
       Found const one = pick(**bound, candidates);
       if (one.objects.empty()) return std::nullopt;
       return static_cast<std::size_t>(std::ranges::find(candidates, one.objects.front()) - candidates.begin());
@@ -296,12 +297,12 @@ ToyApplication::Object& ToyApplication::insert(Value const* place, Object object
   Value const* position = place == nullptr ? nullptr : fieldOf(*place, "kpos"_code);
   Value const* anchor = at != nullptr ? at : place;
   Found const found = anchor == nullptr ? Found{{&root}, {}} : find(*anchor);
-  Object* parent = found.objects.front();
+  Object* parent = found.objects.empty() ? &root : found.objects.front();
   auto where = parent->elements.end();
   if (position != nullptr && *position == Value(Enumerator{"bgng"_code})) where = parent->elements.begin();
   bool const isBefore = position != nullptr && *position == Value(Enumerator{"befo"_code});
   bool const isAfter = position != nullptr && *position == Value(Enumerator{"afte"_code});
-  if (isBefore || isAfter) {
+  if ((isBefore || isAfter) && parent != &root) {
     Object const* sibling = parent;
     parent = parentOf(root, sibling->id);
     where = std::ranges::find(parent->elements, sibling->id, &Object::id);
@@ -319,10 +320,17 @@ void ToyApplication::renumber(Object& object) {
 EventReply ToyApplication::relocate(AppleEvent const& event, bool keepsOriginal) {
   Found const found = find(event.directObject);
   if (found.error) return *found.error;
+  if (found.objects.empty() || found.objects.front() == &root) return EventError{errors::kHandlerFailed, "", {}};
   Value const* place = parameterOf(event, "insh"_code);
   if (place != nullptr) {
     Value const* at = fieldOf(*place, "kobj"_code);
-    if (Found const target = find(at != nullptr ? *at : *place); target.error) return *target.error;
+    Found const target = find(at != nullptr ? *at : *place);
+    if (target.error) return *target.error;
+    // Nothing can come to stand inside itself.
+    for (Object* one = target.objects.empty() ? nullptr : target.objects.front(); one != nullptr && one != &root;
+         one = parentOf(root, one->id)) {
+      if (one == found.objects.front()) return EventError{errors::kHandlerFailed, "", {}};
+    }
   }
   Object copy = *found.objects.front();
   Value originalParent = specifierOf(*parentOf(root, copy.id));
