@@ -1,5 +1,6 @@
 #include "applescript/Describe.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -50,7 +51,7 @@ class Describer {
     for (auto const& [key, item] : value->fields) {
       if (result.size() > 1) result += ", ";
       auto const* code = std::get_if<Code>(&key);
-      result += code == nullptr ? std::get<std::string>(key) : propertyName(*code, nullptr);
+      result += code == nullptr ? label(std::get<std::string>(key)) : propertyName(*code, nullptr);
       result += ":" + text(item, depth);
     }
     return result + "}";
@@ -152,6 +153,14 @@ class Describer {
       if (auto name = application->terms->propertyName(code)) return *name;
     }
     return standardTerms().propertyName(code).value_or("«property " + code.text() + "»");
+  }
+
+  /// Between bars where it could not be read back without them.
+  [[nodiscard]] static std::string label(std::string const& name) {
+    auto const isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; };
+    bool const isWord = !name.empty() && isLetter(name.front()) &&
+                        std::ranges::all_of(name, [&](char c) { return isLetter(c) || (c >= '0' && c <= '9'); });
+    return isWord ? name : "|" + name + "|";
   }
 
   [[nodiscard]] static std::string quoted(std::string_view text) {

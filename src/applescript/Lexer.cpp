@@ -102,9 +102,11 @@ class Lexer {
       if (!startsWith(ending) || continuesName(at(position_ + ending.size()))) continue;
       std::string const verb = key.substr(0, key.size() - 1);
       words_.pop_back();
-      position_ += ending.size();
+      std::size_t const end = position_ + ending.size();
+      position_ = start + verb.size();
       add(WordKind::name, start, verb);
-      add(WordKind::name, start, "not");
+      position_ = end;
+      add(WordKind::name, start + verb.size(), "not");
       return;
     }
   }

@@ -14,6 +14,14 @@ namespace {
          static_cast<unsigned char>(c) >= 0x80U;
 }
 
+/// How many bytes of punctuation beyond ASCII stand at `position`: dashes, quotation marks, no-break spaces, signs.
+[[nodiscard]] std::size_t punctuationAt(std::string_view text, std::size_t position) {
+  CodePoint const point = codePointAt(text, position);
+  bool const isPunctuation = (point.value >= 0xA0 && point.value <= 0xBF && point.bytes > 1) ||
+                             (point.value >= 0x2000 && point.value <= 0x206F);
+  return isPunctuation ? point.bytes : 0;
+}
+
 /// A text and its comparable form, character by character.
 struct Characters {
   std::vector<std::string_view> originals;
@@ -36,18 +44,27 @@ std::vector<std::string_view> charactersOf(std::string_view text) {
 }
 
 std::vector<std::string_view> wordsOf(std::string_view text) {
+  auto const isWordAt = [text](std::size_t i) {
+    return i < text.size() && isWordByte(text[i]) && punctuationAt(text, i) == 0;
+  };
   std::vector<std::string_view> words;
   std::size_t i = 0;
   while (i < text.size()) {
-    if (!isWordByte(text[i])) {
-      ++i;
+    if (!isWordAt(i)) {
+      i += std::max<std::size_t>(punctuationAt(text, i), 1);
       continue;
     }
     std::size_t const start = i;
-    // An apostrophe or a full stop between two letters or digits is part of the word: "don't", "3.5".
-    while (i < text.size() && (isWordByte(text[i]) || ((text[i] == '\'' || text[i] == '.') && i + 1 < text.size() &&
-                                                       isWordByte(text[i + 1])))) {
-      ++i;
+    while (i < text.size()) {
+      if (isWordAt(i)) {
+        i += codePointAt(text, i).bytes;
+        continue;
+      }
+      // An apostrophe or a full stop between two letters or digits is part of the word: "don't", "3.5".
+      std::string_view const rest = text.substr(i);
+      std::size_t const joint = rest.starts_with("\u2019") ? 3 : rest.front() == '\'' || rest.front() == '.' ? 1 : 0;
+      if (joint == 0 || !isWordAt(i + joint)) break;
+      i += joint;
     }
     words.push_back(text.substr(start, i - start));
   }

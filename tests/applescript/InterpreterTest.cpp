@@ -150,6 +150,7 @@ TEST_F(Interpreter, WritesTheResultAsAScriptWould) {
       {"{1, 2.0, \"a\\\"b\", missing value, true}", "{1, 2.0, \"a\\\"b\", missing value, true}"},
       {"{a:1, name:\"x\"}", "{a:1, name:\"x\"}"},
       {"tell application \"Garden\" to main colour of plant 1 of bed 1", "red"},
+      {"{|a b|:1, c_1:2, |3|:3}", "{|a b|:1, c_1:2, |3|:3}"},
       {"script s\nend script\ns", "«script s»"},
       {"date \"2020-01-01\"", "date \"Wednesday, January 1, 2020 at 12:00:00 AM\""},
   };

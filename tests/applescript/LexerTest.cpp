@@ -108,6 +108,18 @@ TEST(Lexer, KnowsWhereEachWordStands) {
   EXPECT_EQ(words[3].range.length, 3U) << "quotation marks included";
 }
 
+TEST(Lexer, ReadsAContractionAsTwoWords) {
+  EXPECT_EQ(summary("x isn't y"), "name:x name:is name:not name:y end:");
+  EXPECT_EQ(summary("isn'ty"), summary("isn ").substr(0, 8) + " error:unknown token name:ty end:");
+  std::vector<Word> const words = lex("doesn’t");
+  EXPECT_EQ(words[0].range.start + words[0].range.length, words[1].range.start);
+  EXPECT_EQ(words[1].range.start + words[1].range.length, std::string_view("doesn’t").size());
+}
+
+TEST(Lexer, ReadsOrdinalsWithFigures) {
+  EXPECT_EQ(summary("2nd 21ST 3th 4thx"), "ordinal:2 ordinal:21 ordinal:3 integer:4 name:thx end:");
+}
+
 TEST(Lexer, EndsEveryBeginningOfAScriptWithAnEndWord) {
   std::string const script = "set |a| to \"b\\n\" & (* c *) «class x» ¬\n 1.5E+3 's -- é";
   for (std::size_t length = 0; length <= script.size(); ++length) {
