@@ -46,6 +46,16 @@ ShellResult CaptureOneInProcess::runShell(std::string const&) {
   return {};
 }
 
+Host::LocalTime CaptureOneInProcess::now() {
+  return {};
+}
+
+void CaptureOneInProcess::wait(std::chrono::milliseconds) {}
+
+std::string CaptureOneInProcess::homeFolder() {
+  return "/";
+}
+
 Host::FileKind CaptureOneInProcess::fileKindAt(std::string const&) {
   return FileKind::none;
 }

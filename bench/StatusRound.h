@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,6 +29,9 @@ class CaptureOneInProcess final : public applescript::Host {
   [[nodiscard]] applescript::EventReply send(applescript::ApplicationInformation const& application,
                                              applescript::AppleEvent const& event) override;
   [[nodiscard]] applescript::ShellResult runShell(std::string const& command) override;
+  [[nodiscard]] LocalTime now() override;
+  void wait(std::chrono::milliseconds duration) override;
+  [[nodiscard]] std::string homeFolder() override;
   [[nodiscard]] FileKind fileKindAt(std::string const& posixPath) override;
 
   [[nodiscard]] captureone::ObjectModel& objects() { return objects_; }
