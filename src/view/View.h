@@ -158,8 +158,8 @@ struct Frame {
   std::optional<double> height = std::nullopt;
   std::optional<double> minWidth = std::nullopt;
   std::optional<double> minHeight = std::nullopt;
-  bool fillsWidth = false;   ///< as wide as the parent allows
-  bool fillsHeight = false;  ///< as high as the parent allows
+  bool fillsWidth = false;   ///< as wide as the parent allows; a fixed width wins
+  bool fillsHeight = false;  ///< as high as the parent allows; a fixed height wins
   friend bool operator==(Frame const&, Frame const&) = default;
 };
 

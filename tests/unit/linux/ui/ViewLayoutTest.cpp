@@ -97,6 +97,14 @@ TEST_F(ViewTest, PutsTheChildrenOfAColumnBelowEachOtherAtTheAskedSide) {
   }
 }
 
+TEST_F(ViewTest, KeepsAFixedSizeOfWhatFillsItsPlace) {
+  auto fixed = ofSize(30, 20);
+  fixed.fillsWidth = true;
+  fixed.fillsHeight = true;
+  show(node(view::VStack{{node(view::HStack{{square(10, kRed).framed(fixed), spacer()}, 0})}, 0}), QSize(100, 50));
+  EXPECT_EQ(the<CanvasWidget>().size(), QSize(30, 20));
+}
+
 TEST_F(ViewTest, StretchesADividerAcrossItsStack) {
   show(node(view::VStack{{square(30, kRed), node(view::Divider{}), square(10, kRed)}, 0}), QSize(80, 41));
   EXPECT_EQ(the<DividerWidget>().geometry(), QRect(0, 30, 80, 1));

@@ -78,8 +78,8 @@ Needs NodeWidget::needs() const {
   };
   needs.smallest = frame(needs.smallest);
   needs.natural = frame(needs.natural);
-  needs.growsWide = frame_.fillsWidth || (needs.growsWide && !frame_.width.has_value());
-  needs.growsHigh = frame_.fillsHeight || (needs.growsHigh && !frame_.height.has_value());
+  needs.growsWide = !frame_.width.has_value() && (frame_.fillsWidth || needs.growsWide);
+  needs.growsHigh = !frame_.height.has_value() && (frame_.fillsHeight || needs.growsHigh);
   return needs;
 }
 
