@@ -257,6 +257,16 @@ TEST_F(ViewControlsTest, HaveNamesAndRolesForScreenReaders) {
   EXPECT_EQ(combo->text(QAccessible::Description), "400");
 }
 
+TEST_F(ViewControlsTest, AScreenReaderTurnsASwitch) {
+  std::vector<bool> asked;
+  show(toggle(false, [&](bool isOn) { asked.push_back(isOn); }).labelled("ISO"));
+  auto* const actions = QAccessible::queryAccessibleInterface(&the<QCheckBox>())->actionInterface();
+  actions->doAction(actions->actionNames().at(0));
+  EXPECT_THAT(asked, ElementsAre(true));
+  settle();
+  EXPECT_FALSE(the<QCheckBox>().isChecked()) << "the tree did not follow";
+}
+
 TEST_F(ViewControlsTest, AScreenReaderChoosesFromAPicker) {
   std::vector<std::size_t> asked;
   show(picker({"—", "400"}, 0, [&](std::size_t option) { asked.push_back(option); }).labelled("ISO"));

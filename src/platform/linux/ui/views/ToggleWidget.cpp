@@ -74,14 +74,22 @@ class ToggleWidget::Control : public QCheckBox {
 
 ToggleWidget::ToggleWidget(ViewContext& context, QWidget* parent)
     : LeafWidget(context, parent), control_(new Control(this)) {
-  QObject::connect(control_, &QCheckBox::clicked, this, [this](bool isOn) {
+  // Not `clicked`: a screen reader turns the switch without a click.
+  QObject::connect(control_, &QCheckBox::toggled, this, [this](bool isOn) {
+    if (isFollowing_) return;
     perform([action = content().action, isOn] { action(isOn); });
-    afterTheNextTree([this] { control_->setChecked(content().isOn); });
+    afterTheNextTree([this] { followTree(); });
   });
 }
 
 void ToggleWidget::contentDidChange() {
+  followTree();
+}
+
+void ToggleWidget::followTree() {
+  isFollowing_ = true;
   control_->setChecked(content().isOn);
+  isFollowing_ = false;
 }
 
 Needs ToggleWidget::contentNeeds() const {

@@ -18,7 +18,11 @@ class ToggleWidget : public LeafWidget<view::Toggle> {
  private:
   class Control;
 
+  void followTree();
+
   Control* control_;
+  /// While it is the tree that turns the switch, not the user.
+  bool isFollowing_ = false;
 };
 
 }  // namespace morla::linux
