@@ -123,7 +123,10 @@ void PanelWindow::retire(PanelWindow* window) {
 }
 
 bool PanelWindow::eventFilter(QObject* receiver, QEvent* event) {
-  if (receiver != windowHandle()) return QWidget::eventFilter(receiver, event);
+  if (receiver != windowHandle()) {
+    if (event->type() == QEvent::Hide) endClickOf(*receiver);
+    return QWidget::eventFilter(receiver, event);
+  }
   // A menu that a control has opened has the pointer to itself.
   if (QApplication::activePopupWidget() != nullptr) return false;
   // The second press of two quick ones came by as an ordinary one a moment ago.
@@ -142,8 +145,18 @@ bool PanelWindow::handle(view::PanelEvent kind, QObject& receiver, QEvent& event
     if (!std::exchange(wasPassedOn, true)) receiver.event(&event);
   });
   --eventsUnderWay_;
-  if (isPress) wasPressPassedOn_ = wasPassedOn;
+  if (isPress) {
+    wasPressPassedOn_ = wasPassedOn;
+    if (auto* const menu = QApplication::activePopupWidget()) menu->installEventFilter(this);
+  }
   return true;
+}
+
+void PanelWindow::endClickOf(QObject& menu) {
+  menu.removeEventFilter(this);
+  ++eventsUnderWay_;
+  behaviour_.sendEvent(view::PanelEvent::leftMouseUp, [] {});
+  --eventsUnderWay_;
 }
 
 void PanelWindow::takeKeyboard() {

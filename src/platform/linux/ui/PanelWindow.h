@@ -62,6 +62,8 @@ class PanelWindow : public QWidget {
   [[nodiscard]] bool isClosable() const { return spec_.styleMask.contains(view::kClosable); }
   [[nodiscard]] bool canMoveFrom(QPointF place) const;
   [[nodiscard]] bool handle(view::PanelEvent kind, QObject& receiver, QEvent& event);
+  /// The list that the press opened has gone, and with it the release that the panel has not seen.
+  void endClickOf(QObject& menu);
   void takeKeyboard();
   void didChangeLook();
   void updateShape();
