@@ -21,6 +21,7 @@ SUBSTRUCTURE_REDIRECT_MASK = 1 << 20
 LEFT_POINTER_SHAPE = 68
 IS_VIEWABLE = 2
 RETAIN_PERMANENT = 1
+NET_WM_STATE_ADD = 1
 
 
 class _KeyEvent(Structure):
@@ -283,6 +284,17 @@ class Display:
         event = Event()
         event.message = _ClientMessage(type=CLIENT_MESSAGE, window=window, format=32,
                                        message_type=self.atom("_NET_CLOSE_WINDOW"))
+        self._lib.XSendEvent(self._display, self.root, 0, SUBSTRUCTURE_NOTIFY_MASK | SUBSTRUCTURE_REDIRECT_MASK,
+                             byref(event))
+        self._lib.XSync(self._display, 0)
+
+    def ask_for_full_screen(self, window):
+        """Has the window manager show it over the whole display, as a film player does."""
+        event = Event()
+        event.message = _ClientMessage(type=CLIENT_MESSAGE, window=window, format=32,
+                                       message_type=self.atom("_NET_WM_STATE"))
+        event.message.data[0] = NET_WM_STATE_ADD
+        event.message.data[1] = self.atom("_NET_WM_STATE_FULLSCREEN")
         self._lib.XSendEvent(self._display, self.root, 0, SUBSTRUCTURE_NOTIFY_MASK | SUBSTRUCTURE_REDIRECT_MASK,
                              byref(event))
         self._lib.XSync(self._display, 0)

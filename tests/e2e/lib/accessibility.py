@@ -67,3 +67,11 @@ def middle(accessible):
     """Where to click it, in pixels of the screen."""
     extents = accessible.get_extents(Atspi.CoordType.SCREEN)
     return extents.x + extents.width // 2, extents.y + extents.height // 2
+
+
+def controls(process_id):
+    """Role, name and whether it can be used, of all that does something in the program's shown windows, in order."""
+    roles = ("check box", "combo box", "push button", "text")
+    return [(each.get_role_name(), each.get_name(), each.get_state_set().contains(Atspi.StateType.ENABLED))
+            for application in _applications(process_id) for each in _below(application)
+            if each.get_role_name() in roles and each.get_state_set().contains(Atspi.StateType.SHOWING)]
