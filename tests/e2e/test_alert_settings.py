@@ -6,10 +6,10 @@ and Capture One has the keyboard again after each click."""
 import os
 import shutil
 
-from lib import accessibility
 from lib.alerttest import FORMAT, ISO, SETTINGS, SETTINGS_TITLE, AlertTest, store, store_places
 from lib.morlatest import SECONDS, control, main, morla, xdotool
 from lib.privacytest import PrivacyTest
+from desktoplib import accessibility
 
 BUNDLE = os.path.join(os.environ["HOME"], "Applications", "Capture One.app")
 # Role, name and whether it can be used, of everything that does something.

@@ -6,10 +6,10 @@
 import json
 import os
 
-from lib import accessibility
 from lib.alerttest import (APERTURE, BANNER_SIZE, BANNERS, FORMAT, ISO, PLACES, SHUTTER, AlertTest, store,
                            store_places)
 from lib.morlatest import SECONDS, control, main, script, xdotool
+from desktoplib import accessibility
 
 def expect_everything():
     """Settings of a photographer whom the camera as it is disappoints in every way."""

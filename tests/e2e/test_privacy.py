@@ -7,9 +7,9 @@ import shutil
 import subprocess
 import unittest.mock
 
-from lib import accessibility
 from lib.morlatest import SECONDS, Display, control, main, morla, programs, script, xdotool
 from lib.privacytest import CONSENT, PrivacyTest
+from desktoplib import accessibility
 
 QUESTION = "MORLA souhaite contrôler « Capture One »"
 BUNDLE = os.path.join(os.environ["HOME"], "Applications", "Capture One.app")

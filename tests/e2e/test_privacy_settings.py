@@ -5,9 +5,9 @@
 import os
 import signal
 
-from lib import accessibility
 from lib.morlatest import SECONDS, control, main, morla, programs, xdotool
 from lib.privacytest import PrivacyTest
+from desktoplib import accessibility
 
 
 class Settings(PrivacyTest):

@@ -4,8 +4,8 @@ reader knows them."""
 import re
 import time
 
-from . import accessibility
 from .morlatest import SECONDS, DesktopTest, control, morla, programs, xdotool
+from desktoplib import accessibility
 
 BANNER_SIZE = (300, 80)
 FORMAT, ISO, APERTURE, SHUTTER = BANNERS = ("formatAlert", "isoAlert", "apertureAlert", "shutterAlert")

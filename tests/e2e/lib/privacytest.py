@@ -3,8 +3,8 @@
 import json
 import os
 
-from . import accessibility
 from .morlatest import SECONDS, DesktopTest
+from desktoplib import accessibility
 
 # What the consent window is called.
 CONSENT = "Autorisation"
