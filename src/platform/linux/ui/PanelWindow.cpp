@@ -22,8 +22,8 @@ constexpr int kHalfCovered = 128;
 constexpr int kTouched = 1;
 
 constexpr double kWindowRadius = 14;
-/// How much of the window's colour covers what is behind.
-constexpr double kWindowOpacity = 0.88;
+/// How much of the window's colour covers what is behind: less would let letters through, since nothing blurs them.
+constexpr double kWindowOpacity = 0.95;
 
 bool hasRoundCorners(view::PanelSpec const& spec) {
   return spec.styleMask.contains(view::kTitled);
