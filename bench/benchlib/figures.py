@@ -284,15 +284,43 @@ def _(bench):
     return [Row("a round, back to back", "ms", ours, bare, BARE, Mark(5))]
 
 
-@measurement("script", "status script in one process, compile", "status script in one process, compile and run")
-def _(bench):
-    argv = [bench.path("bench_script"), "--benchmark_format=json", f"--benchmark_repetitions={bench.count(9, 1)}",
+def benchmarked(bench, program):
+    """What a program of Google Benchmark's measured, by name, in milliseconds."""
+    argv = [bench.path(program), "--benchmark_format=json", f"--benchmark_repetitions={bench.count(9, 1)}",
             f"--benchmark_min_time={0.2 if not bench.quick else 0.001}"]
     done = subprocess.run(argv, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, check=True, timeout=600)
     times = {}
     for each in json.loads(done.stdout)["benchmarks"]:
+        if each.get("error_occurred"):
+            raise AssertionError(f"{each['name']}: {each['error_message']}")
         if each["run_type"] == "iteration":
             times.setdefault(each["run_name"], []).append(each["real_time"] / 1e6)
+    return times
+
+
+@measurement("script", "status script in one process, compile", "status script in one process, compile and run")
+def _(bench):
+    times = benchmarked(bench, "bench_script")
     return [Row("status script in one process, compile", "ms", times["compileStatusScript"]),
             Row("status script in one process, compile and run", "ms", times["compileAndRunStatusScript"],
                 times["answerItsEvents"], "the application's own part", Mark(0.3))]
+
+
+# --- The views
+
+@measurement("view", "the alert settings, described", "the alert settings, described and compared")
+def _(bench):
+    times = benchmarked(bench, "bench_view")
+    return [Row("the alert settings, described", "ms", times["describeSettings"]),
+            Row("the alert settings, described and compared", "ms", times["describeAndCompareSettings"],
+                mark=Mark(1))]
+
+
+@measurement("refresh", "widgets touched by a round without news", "memory that 10,000 refreshes add")
+def _(bench):
+    rounds = bench.count(100, 2)
+    lines = bench.lines("bench_refreshes", str(rounds), str(bench.count(10000, 100)))
+    touched = [int(each[1]) / rounds for each in lines if each[0] == "touched"]
+    memory = [int(each[1]) / 1024 for each in lines if each[0] == "kilobytes"]
+    return [Row("widgets touched by a round without news", "widgets", touched, mark=Mark(0)),
+            Row("memory that 10,000 refreshes add", "MiB", [memory[-1] - memory[0]], mark=Mark(0.5))]
