@@ -150,7 +150,7 @@ class WayToThePermission(AlertTest, PrivacyTest):
         self.start_capture_one()
         self.start_morla()
         self.wait_for_consent()
-        self.open_settings()
+        settings = self.open_settings()
         self.expect_spoken("Vérification...")
         xdotool("key", "Escape")
         self.expect("permissionState", "needsPermission")
@@ -158,7 +158,8 @@ class WayToThePermission(AlertTest, PrivacyTest):
         # Who has just closed the question is not asked at once.
         self.trace.expect_none(lambda event: "script" in event, 3.5, "a script that the settings have not sent")
         accessibility.press(self.button("Autoriser"))
-        self.wait_for_consent()
+        _, top, _, height = self.display.geometry(self.wait_for_consent())
+        self.assertLessEqual(top + height, self.display.geometry(settings)[1], "the settings cover the question")
         accessibility.press(self.button("OK"))
         self.expect("permissionState", "ready")
         self.expect("isCameraConnected", True)

@@ -29,8 +29,8 @@ constexpr int kTextWidth = 320;
 constexpr int kButtonGap = 8;
 constexpr int kTextSize = 13;
 constexpr int kSmallTextSize = 12;
-/// A window of this kind stands a little above the middle.
-constexpr double kPartAbove = 0.35;
+/// Well above the middle, where the alert settings open: as every panel, they stand above a managed window.
+constexpr double kPartAbove = 0.12;
 
 QFont fontOf(int size, QFont::Weight weight) {
   QFont font;
