@@ -138,7 +138,7 @@ class Settings(AlertTest):
             self.assertEqual((x, y, width, height - more), settings, text[:20])
         self.click(self.picker("ISO attendu"))
         x, y, width, height = self.display.geometry(self.wait_for_list())
-        self.assertTrue(0 <= x and 0 <= y and x + width <= 1920 and y + height <= 1080, (x, y, width, height))
+        self.assertTrue(0 <= y and y + height <= 1080 and width < settings[2], (x, y, width, height))
         xdotool("key", "Escape")
         self.assertTrue(self.display.wait_until(lambda: not self.list(), SECONDS), "the list stays open")
         self.assertEqual(self.desktop.quit_morla(), 0)

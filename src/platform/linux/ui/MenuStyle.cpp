@@ -15,6 +15,8 @@ namespace {
 // In points, on a rhythm of eight.
 constexpr int kRowHeight = 24;
 constexpr int kPanelMargin = 5;
+/// How near a menu comes to the screen's edges.
+constexpr int kScreenMargin = 4;
 constexpr int kTickColumn = 22;
 constexpr int kRightPadding = 16;
 constexpr int kShortcutGap = 24;
@@ -111,9 +113,18 @@ int MenuStyle::pixelMetric(PixelMetric metric, QStyleOption const* option, QWidg
     case PM_MenuHMargin:
     case PM_MenuVMargin:
       return kPanelMargin;
+    case PM_MenuDesktopFrameWidth:
+      return kScreenMargin;
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }
+}
+
+int MenuStyle::styleHint(StyleHint hint, QStyleOption const* option, QWidget const* widget,
+                         QStyleHintReturn* answer) const {
+  // Else a long menu has columns, as many as it needs, also beyond the screen's edge.
+  if (hint == SH_Menu_Scrollable) return 1;
+  return QProxyStyle::styleHint(hint, option, widget, answer);
 }
 
 QSize MenuStyle::sizeFromContents(ContentsType type, QStyleOption const* option, QSize const& size,

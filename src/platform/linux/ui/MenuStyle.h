@@ -17,6 +17,8 @@ class MenuStyle : public QProxyStyle {
   void drawPrimitive(PrimitiveElement element, QStyleOption const* option, QPainter* painter,
                      QWidget const* widget) const override;
   [[nodiscard]] int pixelMetric(PixelMetric metric, QStyleOption const* option, QWidget const* widget) const override;
+  [[nodiscard]] int styleHint(StyleHint hint, QStyleOption const* option, QWidget const* widget,
+                              QStyleHintReturn* answer) const override;
   [[nodiscard]] QSize sizeFromContents(ContentsType type, QStyleOption const* option, QSize const& size,
                                        QWidget const* widget) const override;
   [[nodiscard]] static QFont font();

@@ -161,7 +161,7 @@ TEST_F(ViewControlsTest, AnOpenPickerStaysOpenWhenItsListAndOthersChange) {
   EXPECT_EQ(control.list().actions().size(), 1);
 }
 
-TEST_F(ViewControlsTest, APickerOfFiveHundredOptionsFitsOnTheScreen) {
+TEST_F(ViewControlsTest, APickerOfFiveHundredOptionsFitsOnTheScreenInOneColumn) {
   std::vector<std::string> options;
   for (int i = 0; i < 500; ++i) options.push_back("1/" + std::to_string(8000 - i));
   show(picker(options, 250));
@@ -171,6 +171,9 @@ TEST_F(ViewControlsTest, APickerOfFiveHundredOptionsFitsOnTheScreen) {
   auto const screen = control.list().screen()->geometry();
   EXPECT_GE(control.list().geometry().top(), screen.top());
   EXPECT_LE(control.list().geometry().bottom(), screen.bottom());
+  auto const rows = control.list().actions();
+  EXPECT_EQ(control.list().actionGeometry(rows.first()).x(), control.list().actionGeometry(rows.last()).x());
+  EXPECT_TRUE(control.list().rect().intersects(control.list().actionGeometry(rows[250]))) << "the current one is seen";
 }
 
 TEST_F(ViewControlsTest, APickerThatIsNotEnabledOpensNothing) {
