@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <thread>
 
 namespace morla::privacy {
 namespace {
@@ -41,8 +42,13 @@ bool isSameFile(std::string const& path, struct stat const& other) {
   return stat(path.c_str(), &status) == 0 && status.st_ino == other.st_ino && status.st_dev == other.st_dev;
 }
 
+/// Between two attempts to take the lock: a writer holds it for less than that.
+constexpr std::chrono::milliseconds kLockInterval{5};
+
 int write(std::string const& path, std::string_view text) {
-  Descriptor const file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+  // What stands there was left by a writer that was killed, or is nobody's: a pipe or a link is never written to.
+  if (unlink(path.c_str()) != 0 && errno != ENOENT) return errno;
+  Descriptor const file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
   if (file.get() < 0) return errno;
   while (!text.empty()) {
     auto const count = ::write(file.get(), text.data(), text.size());
@@ -68,7 +74,8 @@ PermissionFile::Text PermissionFile::read(std::string const& path) {
   }
 }
 
-PermissionFile::PermissionFile(std::string const& path) : error_(takeLock(path)) {
+PermissionFile::PermissionFile(std::string const& path, std::chrono::milliseconds patience)
+    : error_(takeLock(path, patience)) {
   // Under the lock, so that the link is not followed to what another writer is about to replace.
   target_ = linkTarget(path);
 }
@@ -77,14 +84,17 @@ PermissionFile::~PermissionFile() {
   if (lock_ >= 0) (void)close(lock_);
 }
 
-int PermissionFile::takeLock(std::string const& path) {
+int PermissionFile::takeLock(std::string const& path, std::chrono::milliseconds patience) {
   std::error_code failure;
   std::filesystem::create_directories(std::filesystem::path(path).parent_path(), failure);
   if (failure) return failure.value();
-  lock_ = open((path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  lock_ = open((path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600);
   if (lock_ < 0) return errno;
-  while (flock(lock_, LOCK_EX) != 0) {
-    if (errno != EINTR) return errno;
+  auto const end = std::chrono::steady_clock::now() + patience;
+  while (flock(lock_, LOCK_EX | LOCK_NB) != 0) {
+    if (errno == EINTR) continue;
+    if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() >= end) return errno;
+    std::this_thread::sleep_for(kLockInterval);
   }
   return 0;
 }
@@ -107,7 +117,7 @@ int PermissionFile::keepAside() const {
 }
 
 int PermissionFile::replace(std::string_view text) const {
-  // Under the lock nobody else writes it; what a killed writer left is overwritten by the next.
+  // Under the lock nobody else writes it.
   std::string const temporary = target_ + ".new";
   int error = write(temporary, text);
   if (error == 0 && std::rename(temporary.c_str(), target_.c_str()) != 0) error = errno;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,13 +17,13 @@ class PermissionFile {
   };
   [[nodiscard]] static Text read(std::string const& path);
 
-  /// Makes the folder and waits until no other writer has the file, to the end of this object.
-  explicit PermissionFile(std::string const& path);
+  /// Makes the folder and waits, at most for `patience`, until no other writer has the file, to the end of this object.
+  PermissionFile(std::string const& path, std::chrono::milliseconds patience);
   ~PermissionFile();
   PermissionFile(PermissionFile const&) = delete;
   PermissionFile& operator=(PermissionFile const&) = delete;
 
-  /// What kept this object from being the one writer; it must not be used then.
+  /// What kept this object from being the one writer; it must not be used then. EWOULDBLOCK: another one has the file.
   [[nodiscard]] int error() const { return error_; }
   [[nodiscard]] Text read() const { return read(target_); }
   /// Keeps a copy of the file under another name, once.
@@ -31,7 +32,7 @@ class PermissionFile {
   [[nodiscard]] int replace(std::string_view text) const;
 
  private:
-  [[nodiscard]] int takeLock(std::string const& path);
+  [[nodiscard]] int takeLock(std::string const& path, std::chrono::milliseconds patience);
 
   std::string target_;
   int lock_ = -1;

@@ -1,6 +1,8 @@
 #include "privacy/PermissionStore.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
@@ -18,6 +20,10 @@ constexpr Service kServices[] = {Service::automation, Service::screenRecording, 
 
 /// Ours has three levels. Far deeper ones are nobody's decisions, and writing them again would end on the stack.
 constexpr int kDeepestNesting = 64;
+
+/// How long a decision may wait for another writer. The user's answer is stored on the main thread, and a writer that
+/// has been stopped must not stop that as well.
+constexpr std::chrono::seconds kPatience{1};
 
 char const* keyOf(Service service) {
   switch (service) {
@@ -147,7 +153,8 @@ PermissionStore::Contents PermissionStore::read() const {
 }
 
 std::optional<std::string> PermissionStore::set(PermissionQuestion const& question, Permission permission) const {
-  PermissionFile const file(path_);
+  PermissionFile const file(path_, kPatience);
+  if (file.error() == EWOULDBLOCK) return path_ + ".lock is held by another program";
   if (file.error() != 0) return because(path_ + " cannot be written", file.error());
   auto const before = file.read();
   if (before.error != 0) return because(path_ + " cannot be read and is left alone", before.error);

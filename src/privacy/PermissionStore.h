@@ -48,8 +48,8 @@ class PermissionStore {
   [[nodiscard]] Contents read() const;
 
   /// Changes one decision and keeps the others, whoever else writes at the same time. Nothing on success, else why it
-  /// failed, in one line; the file is then as it was. A file that cannot be understood is not lost: it is kept beside
-  /// the new one, as permissions.json.broken-DATE.
+  /// failed, in one line; the file is then as it was. Waits for another writer, but for a second at most. A file that
+  /// cannot be understood is not lost: it is kept beside the new one, as permissions.json.broken-DATE.
   [[nodiscard]] std::optional<std::string> set(PermissionQuestion const& question, Permission permission) const;
 
   [[nodiscard]] std::string const& path() const { return path_; }

@@ -1,9 +1,12 @@
 #include "privacy/PermissionStore.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
@@ -251,6 +254,30 @@ TEST_F(Permissions, SayWhenTheyCannotBeWritten) {
   folder_.write("file", "");
   PermissionStore const store(folder_.path() / "file/permissions.json");
   EXPECT_THAT(store.set(kAutomation, Permission::allow).value_or(""), HasSubstr("cannot be written"));
+}
+
+TEST_F(Permissions, AreGivenUpWhenAnotherProgramNeverEndsItsWrite) {
+  allow(kAutomation);
+  int const lock = open((store_.path() + ".lock").c_str(), O_RDWR | O_CLOEXEC);
+  ASSERT_EQ(flock(lock, LOCK_EX), 0);
+  EXPECT_THAT(store_.set(kAutomation, Permission::deny).value_or(""), HasSubstr("is held by another program"));
+  EXPECT_EQ(store_.get(kAutomation), Permission::allow);
+  close(lock);
+  EXPECT_EQ(store_.set(kAutomation, Permission::deny), std::nullopt);
+}
+
+TEST_F(Permissions, AreNeverWrittenIntoWhatLiesInTheWay) {
+  allow(kAutomation);
+  folder_.write("precious", "mine");
+  std::filesystem::create_symlink(folder_ / "precious", store_.path() + ".new");
+  EXPECT_EQ(store_.set(kAutomation, Permission::deny), std::nullopt);
+  EXPECT_EQ(folder_.read("precious"), "mine");
+  EXPECT_FALSE(std::filesystem::is_symlink(store_.path()));
+
+  ASSERT_EQ(mkfifo((store_.path() + ".new").c_str(), 0600), 0);
+  EXPECT_EQ(store_.set(kAutomation, Permission::allow), std::nullopt);
+  EXPECT_EQ(store_.get(kAutomation), Permission::allow);
+  EXPECT_THAT(others(), ElementsAre());
 }
 
 TEST_F(Permissions, StayAsTheyWereWhenTheDiskIsFull) {
