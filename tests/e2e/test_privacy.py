@@ -52,6 +52,20 @@ class Consent(PrivacyTest):
         self.expect_active(capture_one)
         self.assertEqual(morla("defaults", "read", "automationPermissionDenied", check=False).returncode, 1)
 
+    def test_autoriser_asks_at_once_what_was_closed_a_moment_ago(self):
+        _, consent = self.start_asking()
+        morla("do", "openAlerte")
+        for _ in range(2):
+            programs.bring_to_front(self.display, consent)
+            xdotool("key", "Escape")
+            self.expect_closed(consent)
+            autoriser = self.button("Autoriser")
+            accessibility.wait_until(lambda: accessibility.is_enabled(autoriser), SECONDS, "Autoriser is enabled")
+            accessibility.press(autoriser)
+            consent = self.wait_for_consent()
+        accessibility.press(self.button("OK"))
+        self.expect("permissionState", "ready")
+
     def test_closing_by_the_window_manager_decides_nothing(self):
         _, consent = self.start_asking()
         self.display.ask_to_close(consent)

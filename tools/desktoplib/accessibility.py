@@ -63,6 +63,10 @@ def press(accessible):
         raise AssertionError(f"{accessible.get_name()!r} cannot be pressed")
 
 
+def is_enabled(accessible):
+    return accessible.get_state_set().contains(Atspi.StateType.ENABLED)
+
+
 def middle(accessible):
     """Where to click it, in pixels of the screen."""
     extents = accessible.get_extents(Atspi.CoordType.SCREEN)

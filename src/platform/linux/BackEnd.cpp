@@ -101,6 +101,7 @@ class LinuxBackEnd final : public platform::BackEnd {
   StdFiles files_;
   LinuxOwnBundle ownBundle_;
   ConsentDesk consent_{desktop_.ui->mainLoop(), privacy::PermissionStore::ofUser(), &showConsentWindow, &watchFile};
+  Subscription userRequests_ = workspace_.onSelfActivated([this] { consent_.forgetClosedQuestions(); });
   ScriptingServices scripting_{Bundles::installed(), privacy::PermissionStore::ofUser(), kOwnIdentifier, &consent_};
   BusScriptRunner scripts_{scripting_};
   ThreadedBackgroundWork background_{desktop_.ui->mainLoop()};

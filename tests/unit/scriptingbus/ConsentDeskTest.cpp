@@ -198,6 +198,19 @@ TEST_F(Desk, AsksAgainAfterAPause) {
   EXPECT_EQ(again.get(), Permission::allow);
 }
 
+TEST_F(Desk, AsksAtOnceWhenTheUserWantsToBeAsked) {
+  auto script = ask();
+  answer(Answer::none);
+  EXPECT_EQ(ask().get(), Permission::undecided);
+  desk_->forgetClosedQuestions();
+  auto wanted = ask();
+  EXPECT_EQ(shown_.size(), 2U);
+  EXPECT_TRUE(isWaiting(wanted));
+  answer(Answer::none);
+  EXPECT_EQ(ask().get(), Permission::undecided) << "it was closed again";
+  EXPECT_EQ(shown_.size(), 2U);
+}
+
 TEST_F(Desk, ANewDecisionCountsAlsoAfterTheQuestionWasClosed) {
   auto script = ask();
   answer(Answer::none);

@@ -32,6 +32,11 @@ Permission ConsentDesk::ask(PermissionQuestion const& question, applescript::App
   }
 }
 
+void ConsentDesk::forgetClosedQuestions() {
+  assertIsMainThread();
+  unanswered_.clear();
+}
+
 void ConsentDesk::take(PermissionQuestion const& about, std::string const& targetName, Waiting const& script) {
   if (auto const answer = answerAtOnce(about)) {
     script->set_value(*answer);

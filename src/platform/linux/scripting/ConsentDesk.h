@@ -21,7 +21,8 @@ namespace morla::linux {
 ///
 /// Scripts that ask about the same application share one question; different questions are shown one after the other,
 /// in the order in which they came. A question ends with the user's answer, or as soon as the store has a decision from
-/// elsewhere. One that the user has closed is not put again while scripts go on asking without a pause.
+/// elsewhere. One that the user has closed is not put again while scripts go on asking without a pause, unless the user
+/// has asked for it.
 class ConsentDesk final : public ConsentPrompt {
  public:
   enum class Answer { allow, refuse, none };
@@ -44,6 +45,9 @@ class ConsentDesk final : public ConsentPrompt {
 
   [[nodiscard]] privacy::Permission ask(privacy::PermissionQuestion const& question,
                                         applescript::ApplicationInformation const& target) override;
+
+  /// The user wants to be asked: a question that was closed is put again at once. Main thread.
+  void forgetClosedQuestions();
 
  private:
   /// One script that waits. A promise that goes unkept is no answer either.

@@ -304,6 +304,12 @@ void X11Workspace::activateSelf() {
   tracker_.activateSelf();
   frontLoss_.end();
   announceLater();
+  selfActivated_.call();
+}
+
+Subscription X11Workspace::onSelfActivated(std::function<void()> observer) {
+  assertIsMainThread();
+  return selfActivated_.add(std::move(observer));
 }
 
 std::optional<platform::BundleInformation> X11Workspace::bundleAt(std::string const& path) {

@@ -40,6 +40,9 @@ class X11Workspace final : public platform::Workspace {
   [[nodiscard]] std::optional<platform::BundleInformation> bundleAt(std::string const& path) override;
   bool openUrl(std::string const& url) override;
 
+  /// Told of every `activateSelf`: this program comes to the front because the user wants something of it.
+  [[nodiscard]] Subscription onSelfActivated(std::function<void()> observer);
+
  private:
   struct Pending {
     bool manager = false;
@@ -82,6 +85,7 @@ class X11Workspace final : public platform::Workspace {
   xcb_timestamp_t lastTime_ = XCB_CURRENT_TIME;
   Subscription frontLoss_;
   ObserverList<> activated_;
+  ObserverList<> selfActivated_;
   Lifetime life_;
 };
 

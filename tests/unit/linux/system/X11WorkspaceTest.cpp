@@ -121,6 +121,20 @@ TEST_P(ManagedDesktopTest, WeAreFrontmostFromOurActivationUntilAnotherWindowGets
   EXPECT_EQ(activations_, 2);
 }
 
+TEST_P(ManagedDesktopTest, OurActivationIsToldEachTimeAndThatOfOthersIsNot) {
+  TestApp editor;
+  openActive(editor, "editor");
+  openWorkspace();
+  auto const application = *workspace_->frontmostApplication();
+  int told = 0;
+  auto const observer = workspace_->onSelfActivated([&told] { ++told; });
+  workspace_->activateSelf();
+  workspace_->activateSelf();
+  EXPECT_EQ(told, 2);
+  workspace_->activate(application);
+  EXPECT_EQ(told, 2);
+}
+
 TEST_P(ManagedDesktopTest, AnApplicationThatKeptTheKeyboardTakesTheFrontBackFromUsWhenAsked) {
   TestApp editor;
   openActive(editor, "editor");
