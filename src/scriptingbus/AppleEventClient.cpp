@@ -84,12 +84,13 @@ EventReply AppleEventClient::send(std::string const& busName, AppleEvent const& 
   sd_bus_message* reply = nullptr;
   int const result = sd_bus_call(lease->bus(), call.get(), microseconds(event.timeout), error.out(), &reply);
   if (result >= 0) return readReply(MessagePointer(reply).get());
-  if (wasKnown && hasNotArrived(error)) {
-    // It ended between two events; whoever owns the name now is asked for.
-    owners.erase(busName);
-    return send(busName, event, launching, owners);
-  }
-  return failureOf(*lease, *owner, result, error);
+  if (!hasNotArrived(error)) return failureOf(*lease, *owner, result, error);
+  owners.erase(busName);
+  // It ended since it was asked for: no reply was due. Just now, and there is nobody; earlier, and somebody else may
+  // own the name.
+  if (!wasKnown) return notRunning();
+  lease.reset();
+  return send(busName, event, launching, owners);
 }
 
 AppleEventClient::DictionaryAnswer AppleEventClient::dictionary(std::string const& busName, KnownOwners& owners) {
