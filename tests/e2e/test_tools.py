@@ -75,6 +75,19 @@ class Permissions(unittest.TestCase):
         self.assertEqual(store["accessibility"], {home.MORLA: "deny"})
         self.assertEqual(store["screenRecording"], {home.MORLA: "allow"})
 
+    def test_behind_a_link_are_given_where_they_are_and_to_nobody_else(self):
+        elsewhere, precious = (os.path.join(self.data_home, name) for name in ("elsewhere.json", "precious"))
+        for path, text in ((elsewhere, "{}"), (precious, "mine")):
+            with open(path, "w", encoding="utf-8") as file:
+                file.write(text)
+        os.symlink(elsewhere, self.path)
+        os.symlink(precious, elsewhere + ".new")
+        self.assertIn("allow", self.after_allowing())
+        self.assertTrue(os.path.islink(self.path))
+        self.assertEqual(os.stat(elsewhere).st_mode & 0o777, 0o600)
+        with open(precious, encoding="utf-8") as file:
+            self.assertEqual(file.read(), "mine")
+
     def test_leave_a_damaged_store_alone_and_say_so(self):
         for damaged in ('{"automation":', "[]", '{"automation": ["x"]}', ""):
             with self.subTest(damaged):

@@ -111,7 +111,12 @@ def allow(data_home):
         except AttributeError:
             print(f"{path} is damaged; nothing is allowed in advance", file=sys.stderr)
             return
-        with open(path + ".new", "w", encoding="utf-8") as file:
+        # As MORLA does: behind a link the file is replaced, not the link, and what lies in the way is not written to.
+        target = os.path.realpath(path)
+        temporary = target + ".new"
+        if os.path.lexists(temporary):
+            os.remove(temporary)
+        with open(os.open(temporary, os.O_WRONLY | os.O_CREAT | os.O_EXCL, 0o600), "w", encoding="utf-8") as file:
             json.dump(store, file, indent=2)
             file.write("\n")
-        os.replace(path + ".new", path)
+        os.replace(temporary, target)
