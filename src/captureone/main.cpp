@@ -40,7 +40,7 @@ constexpr std::string_view kHelp =
     "follow the keyboard. ADDRESS says on which page: x-apple.systempreferences:com.apple.preference.security?ANCHOR,\n"
     "where ANCHOR is Privacy_Automation, Privacy_ScreenCapture or Privacy_Accessibility.\n"
     "\n"
-    "Exit status: 0, 1 when it cannot run or runs already, 2 wrong usage.\n";
+    "Exit status: 0, 1 when it cannot run or runs already (a page that is open already is shown), 2 wrong usage.\n";
 
 int tell(std::string_view text, std::FILE* stream, ExitStatus status) {
   std::fwrite(text.data(), 1, text.size(), stream);
