@@ -145,8 +145,10 @@ void FakePanel::orderOut() {
 
 void FakePanel::close() {
   note("close");
+  // An observer may end the panel.
+  std::weak_ptr const self(self_);
   willClose_.call();
-  isVisible_ = false;
+  if (!self.expired()) isVisible_ = false;
 }
 
 view::Node const* FakePanel::find(std::string_view name) const {

@@ -105,6 +105,23 @@ TEST(FakePanelDeathTest, EndsTheTestWhereAUserCouldDoNothing) {
   EXPECT_DEATH((void)world.platform.panels.panel("Autre"), "not there");
 }
 
+TEST(FakePanel, MayEndWhileItIsBeingClosed) {
+  FakePlatform platform;
+  struct Behaviour : view::PanelBehaviour {
+    bool canBecomeKey() const override { return false; }
+    bool canBecomeMain() const override { return false; }
+  } behaviour;
+  auto panel = platform.panels.makePanel({}, behaviour);
+  int closings = 0;
+  auto const subscription = panel->onWillClose([&] {
+    ++closings;
+    panel.reset();
+  });
+  panel->close();
+  EXPECT_EQ(closings, 1);
+  EXPECT_TRUE(platform.panels.panels.empty());
+}
+
 TEST(FakePanel, FindsAControlBeforeATextOfTheSameName) {
   PanelWorld world;
   EXPECT_EQ(world.panel.find("Titre"), nullptr);
