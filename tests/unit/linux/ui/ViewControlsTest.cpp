@@ -119,6 +119,14 @@ TEST_F(ViewControlsTest, ASwitchStaysWhereTheNextTreeFollows) {
   EXPECT_THAT(states, ElementsAre(true)) << "and never flickers";
 }
 
+TEST_F(ViewControlsTest, ASwitchThatAppearsStandsWhereTheTreeSays) {
+  show(column({text("Vérification...")}));
+  show(column({toggle(true)}));
+  auto const picture = the<QCheckBox>().grab().toImage();
+  auto const knob = picture.pixelColor(picture.width() * 3 / 4, picture.height() / 2);
+  EXPECT_GT(knob.lightness(), 240) << "at its right end, not on the way there";
+}
+
 TEST_F(ViewControlsTest, ASwitchTellsNobodyWhenTheTreeTurnsIt) {
   int asked = 0;
   show(toggle(false, [&](bool) { ++asked; }));

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QPainter>
 #include <QVariantAnimation>
+#include <utility>
 
 #include "platform/linux/ui/Appearance.h"
 #include "platform/linux/ui/views/Colours.h"
@@ -29,6 +30,13 @@ class ToggleWidget::Control : public QCheckBox {
       update();
     });
     QObject::connect(this, &QCheckBox::toggled, this, [this](bool isOn) { moveKnob(isOn ? 1 : 0); });
+  }
+
+  /// Without a slide, for a switch that only begins to be one.
+  void stand(bool isOn) {
+    setChecked(isOn);
+    slide_.stop();
+    knob_ = isOn ? 1 : 0;
   }
 
  protected:
@@ -88,7 +96,11 @@ void ToggleWidget::contentDidChange() {
 
 void ToggleWidget::followTree() {
   isFollowing_ = true;
-  control_->setChecked(content().isOn);
+  if (std::exchange(hasAppeared_, true)) {
+    control_->setChecked(content().isOn);
+  } else {
+    control_->stand(content().isOn);
+  }
   isFollowing_ = false;
 }
 

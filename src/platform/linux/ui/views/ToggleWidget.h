@@ -23,6 +23,7 @@ class ToggleWidget : public LeafWidget<view::Toggle> {
   Control* control_;
   /// While it is the tree that turns the switch, not the user.
   bool isFollowing_ = false;
+  bool hasAppeared_ = false;
 };
 
 }  // namespace morla::linux
