@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QTextDocument>
 #include <memory>
 
 #include "platform/linux/ui/views/Colours.h"
@@ -250,6 +251,22 @@ TEST_F(ViewControlsTest, FollowTheAppearanceOfTheDesktop) {
   EXPECT_EQ(imageOf(view_).pixelColor(5, 5), QColor(0x1E, 0x1E, 0x1E));
   QApplication::setPalette(original);
   settle();
+}
+
+TEST_F(ViewControlsTest, ExplainThemselvesInPlainWords) {
+  for (std::string const words : {"Nom & dossier", "<b>ISO</b> \"400\"", "un\ndeux"}) {
+    show(button("Réessayer").explained(words));
+    auto const tip = the<QPushButton>().parentWidget()->toolTip();
+    QTextDocument shown;
+    if (Qt::mightBeRichText(tip)) {
+      shown.setHtml(tip);
+    } else {
+      shown.setPlainText(tip);
+    }
+    EXPECT_EQ(shown.toPlainText().toStdString(), words);
+  }
+  show(button("Réessayer"));
+  EXPECT_TRUE(the<QPushButton>().parentWidget()->toolTip().isEmpty());
 }
 
 TEST_F(ViewControlsTest, HaveNamesAndRolesForScreenReaders) {

@@ -1,6 +1,7 @@
 #include "platform/linux/ui/views/NodeWidget.h"
 
 #include <QPainter>
+#include <QTextDocument>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -54,7 +55,9 @@ void NodeWidget::adoptModifiers(view::Node const& node) {
     changed = true;
   }
   if (assign(tooltip_, node.tooltip)) {
-    setToolTip(QString::fromStdString(tooltip_).toHtmlEscaped());
+    // The toolkit guesses whether words are markup; none of them are, and lines end where they say.
+    auto const words = QString::fromStdString(tooltip_);
+    setToolTip(words.isEmpty() ? words : Qt::convertFromPlainText(words, Qt::WhiteSpaceNormal));
     changed = true;
   }
   if (assign(isNodeEnabled_, node.isEnabled)) {
