@@ -109,7 +109,7 @@ void PanelWindow::hideAway() {
 }
 
 void PanelWindow::retire(PanelWindow* window) {
-  window->hide();
+  if (window->isVisible()) window->hideAway();
   window->press_ = nullptr;
   window->drag_ = nullptr;
   window->release_ = nullptr;

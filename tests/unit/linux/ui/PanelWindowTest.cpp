@@ -128,6 +128,17 @@ TEST_F(PanelWindowTest, TakesTheKeyboardOnAClickAndGivesItBackWhenItGoes) {
   client_.closeWindow(other);
 }
 
+TEST_F(PanelWindowTest, GivesTheKeyboardBackWhenItIsDestroyed) {
+  auto const other = client_.openWindow("Other", DesktopClient::Form::normal, {600, 100, 300, 200});
+  Listening behaviour(true);
+  auto panel = open(windowSpec(true), behaviour, button([] {}));
+  client_.click(pixels({300, 120}), 1);
+  ASSERT_TRUE(runUntil([&] { return behaviour.events.size() == 2 && client_.focus() == window(); }));
+  panel.reset();
+  EXPECT_EQ(client_.focus(), other);
+  client_.closeWindow(other);
+}
+
 TEST_F(PanelWindowTest, NeverTakesTheKeyboardWhereItsBehaviourRefuses) {
   auto const other = client_.openWindow("Other", DesktopClient::Form::normal, {600, 100, 300, 200});
   Listening behaviour(false);
