@@ -89,7 +89,11 @@ PanelWindow::PanelWindow(view::PanelSpec const& spec, view::PanelBehaviour& beha
 }
 
 void PanelWindow::setContent(view::Node content) {
-  if (spec_.title.empty()) setAccessibleName(QString::fromStdString(firstLabel(content)));
+  if (spec_.title.empty()) {
+    // The toolkit would tell screen readers each time.
+    auto const name = QString::fromStdString(firstLabel(content));
+    if (name != accessibleName()) setAccessibleName(name);
+  }
   content_->setTree(content);
 }
 
