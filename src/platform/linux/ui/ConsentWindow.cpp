@@ -2,7 +2,6 @@
 
 #include <QCloseEvent>
 #include <QCursor>
-#include <QFont>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -15,8 +14,9 @@
 #include <utility>
 
 #include "base/MainThread.h"
-#include "platform/linux/ui/DialogButton.h"
-#include "platform/linux/ui/DialogColours.h"
+#include "platform/linux/ui/views/ButtonControl.h"
+#include "platform/linux/ui/views/Colours.h"
+#include "platform/linux/ui/views/Lettering.h"
 
 namespace morla::linux {
 namespace {
@@ -27,18 +27,11 @@ constexpr int kIconSize = 48;
 constexpr int kIconGap = 16;
 constexpr int kTextWidth = 320;
 constexpr int kButtonGap = 8;
-constexpr int kTextSize = 13;
-constexpr int kSmallTextSize = 12;
+constexpr double kTextSize = 13;
+constexpr double kSmallTextSize = 12;
+constexpr int kButtonWidth = 88;
 /// Well above the middle, where the alert settings open: as every panel, they stand above a managed window.
 constexpr double kPartAbove = 0.12;
-
-QFont fontOf(int size, QFont::Weight weight) {
-  QFont font;
-  font.setFamilies(QStringList{"Inter"} + font.families());
-  font.setPixelSize(size);
-  font.setWeight(weight);
-  return font;
-}
 
 QLabel* makeLabel(QString const& text, QFont const& font, QWidget* parent) {
   auto* const label = new QLabel(text, parent);
@@ -50,13 +43,23 @@ QLabel* makeLabel(QString const& text, QFont const& font, QWidget* parent) {
   return label;
 }
 
+/// One that has the keyboard is pressed by Return as well as by the space bar.
+ButtonControl* makeButton(view::Button const& button, QWidget* parent) {
+  auto* const made = new ButtonControl(parent);
+  made->show(button);
+  made->setAutoDefault(true);
+  made->setMinimumWidth(kButtonWidth);
+  made->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  return made;
+}
+
 /// A closed padlock on a rounded square.
-void drawPadlock(QPainter& painter, QRectF const& square) {
+void drawPadlock(QPainter& painter, QRectF const& square, QColor const& colour) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.translate(square.topLeft());
   painter.scale(square.width() / 48, square.height() / 48);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor(0x00, 0x7A, 0xFF));
+  painter.setBrush(colour);
   painter.drawRoundedRect(QRectF(0, 0, 48, 48), 11, 11);
   QPainterPath shackle;
   shackle.moveTo(17.5, 23);
@@ -78,14 +81,15 @@ ConsentWindow::ConsentWindow(std::string const& targetName, Answered answered)
   setWindowTitle("Autorisation");
   setFocusPolicy(Qt::StrongFocus);
 
-  question_ = makeLabel("MORLA souhaite contrôler « " + target + " »", fontOf(kTextSize, QFont::DemiBold), this);
+  question_ = makeLabel("MORLA souhaite contrôler « " + target + " »",
+                        toQt(view::Font{kTextSize, view::Weight::semibold}), this);
   explanation_ = makeLabel("MORLA pourra lire les réglages de « " + target + " » et utiliser ses fonctions. " +
                                "Votre choix reste modifiable dans « Confidentialité ».",
-                           fontOf(kSmallTextSize, QFont::Normal), this);
+                           toQt(view::Font{kSmallTextSize, view::Weight::regular}), this);
   setAccessibleName(question_->text());
   setAccessibleDescription(explanation_->text());
-  auto* const refuse = new DialogButton("Refuser", DialogButton::Kind::bordered, this);
-  auto* const allow = new DialogButton("OK", DialogButton::Kind::prominent, this);
+  auto* const refuse = makeButton({"Refuser", view::ButtonStyle::bordered}, this);
+  auto* const allow = makeButton({"OK", view::ButtonStyle::prominent}, this);
   connect(refuse, &QAbstractButton::clicked, this, [this] { answer(Consent::refuse); });
   connect(allow, &QAbstractButton::clicked, this, [this] { answer(Consent::allow); });
 
@@ -129,8 +133,8 @@ void ConsentWindow::withdraw() {
 
 void ConsentWindow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(rect(), DialogColours::of(palette()).window);
-  drawPadlock(painter, QRectF(kMargin, kMargin, kIconSize, kIconSize));
+  painter.fillRect(rect(), toQt(view::SystemColour::windowBackground, palette()));
+  drawPadlock(painter, QRectF(kMargin, kMargin, kIconSize, kIconSize), toQt(view::SystemColour::accent, palette()));
 }
 
 void ConsentWindow::changeEvent(QEvent* event) {
@@ -139,8 +143,9 @@ void ConsentWindow::changeEvent(QEvent* event) {
 }
 
 void ConsentWindow::colourTexts() {
-  auto const colours = DialogColours::of(palette());
-  for (auto const& [label, colour] : {std::pair(question_, colours.text), std::pair(explanation_, colours.faintText)}) {
+  for (auto const& [label, kind] :
+       {std::pair(question_, view::SystemColour::primary), std::pair(explanation_, view::SystemColour::secondary)}) {
+    auto const colour = toQt(kind, palette());
     QPalette own = label->palette();
     if (own.color(QPalette::WindowText) == colour) continue;
     own.setColor(QPalette::WindowText, colour);

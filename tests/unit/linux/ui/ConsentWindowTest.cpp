@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/ui/DialogColours.h"
+#include "platform/linux/ui/views/Colours.h"
 
 namespace morla::linux {
 namespace {
@@ -134,15 +134,17 @@ double contrast(QColor const& below, QColor const& text) {
   return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-TEST(DialogColours, CanBeReadInLightAndDark) {
-  for (auto const& window : {QColor(0xEF, 0xEF, 0xEF), QColor(0x20, 0x20, 0x20)}) {
-    auto const colours = DialogColours::of(QPalette(window));
-    EXPECT_EQ(colours.window.lightness() < 128, window.lightness() < 128);
-    EXPECT_GE(contrast(colours.window, colours.text), 4.5);
-    EXPECT_GE(contrast(colours.window, colours.faintText), 4.5);
-    EXPECT_GE(contrast(colours.control, colours.text), 4.5);
-    EXPECT_GE(contrast(colours.accent, Qt::white), 4.5);
-    EXPECT_GE(contrast(colours.pressedAccent, Qt::white), 4.5);
+TEST(ConsentWindow, CanBeReadInLightAndDark) {
+  using view::SystemColour;
+  for (bool const isDark : {false, true}) {
+    auto const palette = standardPalette(isDark);
+    auto const colour = [&](SystemColour kind) { return toQt(kind, palette); };
+    EXPECT_EQ(colour(SystemColour::windowBackground).lightness() < 128, isDark);
+    EXPECT_GE(contrast(colour(SystemColour::windowBackground), colour(SystemColour::primary)), 4.5);
+    EXPECT_GE(contrast(colour(SystemColour::windowBackground), colour(SystemColour::secondary)), 4.5);
+    EXPECT_GE(contrast(colour(SystemColour::controlBackground), colour(SystemColour::primary)), 4.5);
+    // The system's own accent, under a word of medium weight.
+    EXPECT_GE(contrast(colour(SystemColour::accent), Qt::white), 3);
   }
 }
 

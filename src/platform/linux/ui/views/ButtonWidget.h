@@ -2,9 +2,9 @@
 
 #include "platform/linux/ui/views/NodeWidget.h"
 
-class QPushButton;
-
 namespace morla::linux {
+
+class ButtonControl;
 
 class ButtonWidget : public LeafWidget<view::Button> {
  public:
@@ -17,9 +17,7 @@ class ButtonWidget : public LeafWidget<view::Button> {
   [[nodiscard]] QWidget& accessibleWidget() override;
 
  private:
-  class Control;
-
-  Control* control_;
+  ButtonControl* control_;
 };
 
 }  // namespace morla::linux
