@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTextDocument>
+#include <cstdlib>
 #include <memory>
 
 #include "platform/linux/ui/views/Colours.h"
@@ -251,6 +252,36 @@ TEST_F(ViewControlsTest, FollowTheAppearanceOfTheDesktop) {
   EXPECT_EQ(imageOf(view_).pixelColor(5, 5), QColor(0x1E, 0x1E, 0x1E));
   QApplication::setPalette(original);
   settle();
+}
+
+/// How many pixels are plainly of another colour.
+int pixelsThatDiffer(QImage const& a, QImage const& b) {
+  int count = 0;
+  for (int y = 0; y < a.height(); ++y) {
+    for (int x = 0; x < a.width(); ++x) {
+      auto const before = a.pixelColor(x, y);
+      auto const after = b.pixelColor(x, y);
+      int const difference = std::abs(before.red() - after.red()) + std::abs(before.green() - after.green()) +
+                             std::abs(before.blue() - after.blue());
+      if (difference > 60) ++count;
+    }
+  }
+  return count;
+}
+
+TEST_F(ViewControlsTest, ShowTheKeyboardAlsoWhereTheyAreFilled) {
+  view_.activateWindow();
+  ASSERT_TRUE(runUntil([&] { return view_.isActiveWindow(); }));
+  for (auto const& tree : {button("OK"), node(view::Button{"OK", view::ButtonStyle::prominent}), toggle(false),
+                           toggle(true), picker({"—", "400"}, 1)}) {
+    show(column({text("ISO")}));
+    show(column({tree}));
+    auto& control = the<QAbstractButton>();
+    auto const without = imageOf(view_);
+    control.setFocus(Qt::TabFocusReason);
+    EXPECT_GT(pixelsThatDiffer(without, imageOf(view_)), 60) << dump(tree);
+    control.clearFocus();
+  }
 }
 
 TEST_F(ViewControlsTest, ExplainThemselvesInPlainWords) {

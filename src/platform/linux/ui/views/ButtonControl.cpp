@@ -46,7 +46,7 @@ void ButtonControl::paintEvent(QPaintEvent*) {
   painter.setFont(font());
   painter.setPen(isProminent() ? QColor(Qt::white) : toQt(view::SystemColour::primary, palette()));
   painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, fitted(title_, font(), width() - 2 * kLeastPadding));
-  paintFocusRing(painter, rect(), kControlRadius, *this);
+  paintFocusRing(painter, rect(), kControlRadius, *this, isProminent() ? Filling::accent : Filling::neutral);
 }
 
 void ButtonControl::paintProminentBody(QPainter& painter) {

@@ -9,6 +9,8 @@ namespace morla::linux {
 namespace {
 
 constexpr double kRingWidth = 3;
+constexpr double kInnerRingWidth = 1.5;
+constexpr double kInnerRingInset = 1.5;
 
 }  // namespace
 
@@ -31,11 +33,16 @@ void paintControlBody(QPainter& painter, QRectF const& area, QAbstractButton con
   painter.drawRoundedRect(inner, kControlRadius, kControlRadius);
 }
 
-void paintFocusRing(QPainter& painter, QRectF const& area, double radius, QWidget const& control) {
+void paintFocusRing(QPainter& painter, QRectF const& area, double radius, QWidget const& control, Filling filling) {
   if (!control.hasFocus()) return;
-  double const inset = kRingWidth / 2;
+  bool const isOnAccent = filling == Filling::accent;
+  auto const colour =
+      isOnAccent ? faded(Qt::white, 0.7) : faded(toQt(view::SystemColour::accent, control.palette()), 0.4);
+  // The white one keeps off the edge, so that it also stands out from a light window.
+  double const width = isOnAccent ? kInnerRingWidth : kRingWidth;
+  double const inset = width / 2 + (isOnAccent ? kInnerRingInset : 0);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(faded(toQt(view::SystemColour::accent, control.palette()), 0.4), kRingWidth));
+  painter.setPen(QPen(colour, width));
   painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), radius - inset / 2, radius - inset / 2);
 }
 

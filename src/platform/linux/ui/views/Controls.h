@@ -21,7 +21,10 @@ void makeControl(QWidget& control);
 
 /// The body of a bordered control: background, a hairline, and what hovering and pressing add.
 void paintControlBody(QPainter& painter, QRectF const& area, QAbstractButton const& control);
-/// Round a control that was reached by the keyboard.
-void paintFocusRing(QPainter& painter, QRectF const& area, double radius, QWidget const& control);
+enum class Filling { neutral, accent };
+
+/// Round a control that was reached by the keyboard: of the accent colour, or white where the control is filled with
+/// it.
+void paintFocusRing(QPainter& painter, QRectF const& area, double radius, QWidget const& control, Filling filling);
 
 }  // namespace morla::linux

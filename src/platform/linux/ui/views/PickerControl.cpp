@@ -117,7 +117,7 @@ void PickerControl::paintEvent(QPaintEvent*) {
   painter.setClipRect(text);
   painter.drawText(text, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, fitted(value(), font(), text.width()));
   painter.setClipping(false);
-  paintFocusRing(painter, rect(), kControlRadius, *this);
+  paintFocusRing(painter, rect(), kControlRadius, *this, Filling::neutral);
 }
 
 void PickerControl::hideEvent(QHideEvent*) {

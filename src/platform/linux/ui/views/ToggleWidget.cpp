@@ -60,7 +60,7 @@ class ToggleWidget::Control : public QCheckBox {
     painter.drawEllipse(knob.translated(0, 0.75));
     painter.setBrush(isDown() ? QColor(0xF0, 0xF0, 0xF0) : QColor(Qt::white));
     painter.drawEllipse(knob);
-    paintFocusRing(painter, rect(), radius, *this);
+    paintFocusRing(painter, rect(), radius, *this, knob_ > 0.5 ? Filling::accent : Filling::neutral);
   }
 
  private:
