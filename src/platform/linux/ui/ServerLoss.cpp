@@ -1,5 +1,6 @@
 #include "platform/linux/ui/ServerLoss.h"
 
+#include <QGuiApplication>
 #include <QString>
 #include <QtGlobal>
 #include <cstdlib>
@@ -8,6 +9,7 @@
 #include "base/MainThread.h"
 // Xlib's macros come last, so that they meet no header of Qt.
 #include <X11/Xlib.h>
+#include <xcb/xcb.h>
 
 namespace morla::linux {
 namespace {
@@ -19,9 +21,17 @@ std::function<void()>& leaving() {
 
 QtMessageHandler previousHandler = nullptr;
 
-/// The toolkit has no other sign of it than this warning, after which it calls `exit`.
+bool isServerLost() {
+  auto* const application =
+      qGuiApp == nullptr ? nullptr : qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  return application != nullptr && application->connection() != nullptr &&
+         xcb_connection_has_error(application->connection()) != 0;
+}
+
+/// The toolkit has no other sign of it than its warnings: that the connection broke, after which it calls `exit`, or
+/// before that, when it was just drawing, that something failed.
 void handleMessage(QtMsgType type, QMessageLogContext const& context, QString const& message) {
-  if (isMainThread() && message.startsWith(QLatin1String("The X11 connection broke"))) leaving()();
+  if (isMainThread() && isServerLost()) leaving()();
   previousHandler(type, context, message);
 }
 
