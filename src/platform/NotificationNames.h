@@ -11,6 +11,10 @@ inline constexpr NotificationName kWindowModeChanged{"windowModeChanged"};
 inline constexpr NotificationName kCheckModeChanged{"checkModeChanged"};
 /// The chord that toggles the mirror window.
 inline constexpr NotificationName kHotkeyPressed{"hotkeyPressed"};
+/// The chord that exports the selected images to AirDrop.
+inline constexpr NotificationName kAirdropHotkeyPressed{"airdropHotkeyPressed"};
+/// The chord that creates a capture folder.
+inline constexpr NotificationName kCaptureOneFolderHotkeyPressed{"captureOneFolderHotkeyPressed"};
 /// The mirror window went, or window mode was switched off.
 inline constexpr NotificationName kWindowDidHide{"windowDidHide"};
 

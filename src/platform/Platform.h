@@ -5,6 +5,7 @@
 #include "platform/Application.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
+#include "platform/KeyEvents.h"
 #include "platform/Menu.h"
 #include "platform/Panel.h"
 #include "platform/ScriptRunner.h"
@@ -29,6 +30,8 @@ struct Platform {
   EventMonitors& eventMonitors;
   Pointer& pointer;
   UserDefaults& defaults;
+  EventTaps& eventTaps;
+  KeyMonitors& keyMonitors;
 };
 
 }  // namespace morla::platform

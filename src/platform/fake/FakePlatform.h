@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "platform/fake/FakeKeys.h"
 #include "platform/fake/FakeMainLoop.h"
 #include "platform/fake/FakePanels.h"
 #include "platform/fake/FakeSystem.h"
@@ -28,10 +29,12 @@ struct FakePlatform {
   FakeEventMonitors eventMonitors{journal};
   FakePointer pointer;
   FakeUserDefaults defaults;
+  FakeEventTaps eventTaps{journal};
+  FakeKeyMonitors keyMonitors;
 
   [[nodiscard]] platform::Platform platform() {
-    return {loop,   background, scripts, files,         ownBundle, application, workspace,
-            panels, statusBar,  menus,   eventMonitors, pointer,   defaults};
+    return {loop,      background, scripts,       files,   ownBundle, application, workspace,  panels,
+            statusBar, menus,      eventMonitors, pointer, defaults,  eventTaps,   keyMonitors};
   }
 };
 

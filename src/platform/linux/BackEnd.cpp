@@ -11,6 +11,8 @@
 #include <string>
 #include <utility>
 
+#include "platform/linux/input/QtKeyMonitors.h"
+#include "platform/linux/input/X11EventTaps.h"
 #include "platform/linux/scripting/BusScriptRunner.h"
 #include "platform/linux/scripting/ConsentDesk.h"
 #include "platform/linux/scripting/InfoPlist.h"
@@ -26,6 +28,7 @@
 #include "platform/linux/ui/ConsentWindow.h"
 #include "platform/linux/ui/LinuxUi.h"
 #include "platform/linux/ui/ServerLoss.h"
+#include "privacy/PermissionStore.h"
 
 namespace morla::linux {
 namespace {
@@ -48,6 +51,12 @@ Subscription showConsentWindow(std::string const& targetName, std::function<void
     using Answer = ConsentDesk::Answer;
     answered(!consent ? Answer::none : *consent == Consent::allow ? Answer::allow : Answer::refuse);
   });
+}
+
+/// Who taps the keyboard controls the computer, as macOS has it.
+bool mayControlTheComputer() {
+  return privacy::PermissionStore::ofUser().get(
+             {privacy::PermissionQuestion::Service::accessibility, kOwnIdentifier, {}}) == privacy::Permission::allow;
 }
 
 class LinuxBackEnd final : public platform::BackEnd {
@@ -78,6 +87,8 @@ class LinuxBackEnd final : public platform::BackEnd {
         .eventMonitors = ui.eventMonitors(),
         .pointer = ui.pointer(),
         .defaults = defaults_,
+        .eventTaps = eventTaps_,
+        .keyMonitors = keyMonitors_,
     };
   }
 
@@ -105,6 +116,8 @@ class LinuxBackEnd final : public platform::BackEnd {
   ScriptingServices scripting_{Bundles::installed(), privacy::PermissionStore::ofUser(), kOwnIdentifier, &consent_};
   BusScriptRunner scripts_{scripting_};
   ThreadedBackgroundWork background_{desktop_.ui->mainLoop()};
+  X11EventTaps eventTaps_{desktop_.ui->mainLoop(), &mayControlTheComputer};
+  QtKeyMonitors keyMonitors_{desktop_.ui->mainLoop()};
 };
 
 /// Whoever reads our lines may end before we do, which must not end us. With a handler, which a started program does

@@ -8,9 +8,11 @@
 #include "platform/macos/AppKitStatusBar.h"
 #include "platform/macos/AppKitWorkspace.h"
 #include "platform/macos/AppleScriptRunner.h"
+#include "platform/macos/EventTap.h"
 #include "platform/macos/FoundationFiles.h"
 #include "platform/macos/FoundationUserDefaults.h"
 #include "platform/macos/GlobalQueues.h"
+#include "platform/macos/KeyMonitors.h"
 #include "platform/macos/MainQueueLoop.h"
 
 namespace morla::macos {
@@ -19,8 +21,8 @@ namespace {
 class MacBackEnd final : public platform::BackEnd {
  public:
   [[nodiscard]] platform::Platform platform() override {
-    return {loop_,   background_, scripts_, files_,         ownBundle_, application_, workspace_,
-            panels_, statusBar_,  menus_,   eventMonitors_, pointer_,   defaults_};
+    return {loop_,      background_, scripts_,       files_,   ownBundle_, application_, workspace_,  panels_,
+            statusBar_, menus_,      eventMonitors_, pointer_, defaults_,  eventTaps_,   keyMonitors_};
   }
 
  private:
@@ -37,6 +39,8 @@ class MacBackEnd final : public platform::BackEnd {
   AppKitEventMonitors eventMonitors_;
   AppKitPointer pointer_;
   FoundationUserDefaults defaults_;
+  SessionEventTaps eventTaps_;
+  AppKitKeyMonitors keyMonitors_;
 };
 
 }  // namespace

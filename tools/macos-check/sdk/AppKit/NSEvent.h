@@ -1,5 +1,6 @@
 #pragma once
 
+#include <CoreGraphics/CoreGraphics.h>
 #include <Foundation/Foundation.h>
 
 #pragma clang assume_nonnull begin
@@ -8,7 +9,8 @@
 
 typedef DECLARE_ENUM(NSUInteger, NSEventType){
     NSEventTypeLeftMouseDown = 1, NSEventTypeLeftMouseUp = 2,      NSEventTypeRightMouseDown = 3,
-    NSEventTypeRightMouseUp = 4,  NSEventTypeLeftMouseDragged = 6, NSEventTypeOtherMouseDown = 25,
+    NSEventTypeRightMouseUp = 4,  NSEventTypeLeftMouseDragged = 6, NSEventTypeKeyDown = 10,
+    NSEventTypeKeyUp = 11,        NSEventTypeFlagsChanged = 12,    NSEventTypeOtherMouseDown = 25,
     NSEventTypeOtherMouseUp = 26,
 };
 
@@ -17,6 +19,13 @@ typedef DECLARE_OPTIONS(unsigned long long, NSEventMask){
     NSEventMaskLeftMouseUp = 1ULL << NSEventTypeLeftMouseUp,
     NSEventMaskRightMouseDown = 1ULL << NSEventTypeRightMouseDown,
     NSEventMaskLeftMouseDragged = 1ULL << NSEventTypeLeftMouseDragged,
+    NSEventMaskKeyDown = 1ULL << NSEventTypeKeyDown,
+    NSEventMaskKeyUp = 1ULL << NSEventTypeKeyUp,
+};
+
+typedef DECLARE_OPTIONS(NSUInteger, NSEventModifierFlags){
+    NSEventModifierFlagCapsLock = 1 << 16, NSEventModifierFlagShift = 1 << 17,   NSEventModifierFlagControl = 1 << 18,
+    NSEventModifierFlagOption = 1 << 19,   NSEventModifierFlagCommand = 1 << 20,
 };
 
 @interface NSEvent : NSObject <NSCopying>
@@ -24,6 +33,12 @@ typedef DECLARE_OPTIONS(unsigned long long, NSEventMask){
 @property(nullable, readonly, weak) NSWindow* window;
 @property(readonly) NSPoint locationInWindow;
 @property(class, readonly) NSPoint mouseLocation;
+@property(readonly) NSEventModifierFlags modifierFlags;
+@property(readonly) unsigned short keyCode;
+@property(nullable, readonly, copy) NSString* charactersIgnoringModifiers;
+@property(getter=isARepeat, readonly) BOOL ARepeat;
++ (nullable NSEvent*)eventWithCGEvent:(CGEventRef)cgEvent;
++ (nullable id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(void (^)(NSEvent* event))block;
 + (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
                                             handler:(NSEvent* _Nullable (^)(NSEvent* event))block;
 + (void)removeMonitor:(id)eventMonitor;

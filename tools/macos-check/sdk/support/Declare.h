@@ -23,4 +23,5 @@
 #define BRIDGED_TO(type) __attribute__((objc_bridge(type)))
 #define RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
 #define MUST_USE_RESULT __attribute__((warn_unused_result))
+#define RETURNS_RETAINED_CF __attribute__((cf_returns_retained))
 #define RETURNS_RETAINED_OBJECT __attribute__((ns_returns_retained))
