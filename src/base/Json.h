@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,8 @@ class Json {
     }
     text_ += ']';
   }
+  template <typename T>
+  explicit Json(std::set<T> const& values) : Json(std::vector<T>(values.begin(), values.end())) {}
   explicit Json(std::map<std::string, Json> const& object);
 
   [[nodiscard]] std::string const& text() const { return text_; }
