@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/MainApp.h"
+#include "app/ShortcutHooks.h"
 #include "app/Version.h"
 #include "base/Trace.h"
 #include "platform/BackEnd.h"
@@ -82,6 +83,7 @@ int runProgram(int argc, char** argv, CommandLine const& line, std::chrono::stea
   // Never destroyed: observers, monitors and windows end with the process, and nothing has to be taken apart in order.
   auto* backEnd = opened.backEnd.release();
   auto* environment = new morla::platform::Environment(backEnd->platform());
+  morla::app::installShortcuts(morla::app::FeatureHooks::shared());
   auto* app = new morla::app::MainApp(*environment);
   int const status = app->main();
   std::fflush(nullptr);

@@ -1,5 +1,6 @@
 """A third application: a window of class Autre that takes the keyboard and tells on standard output what it receives,
-a line each: `focus in`, `focus out`, `down NAME`, `up NAME`. Ends when its window is closed."""
+a line each: `focus in`, `focus out`, `down NAME`, `up NAME`. With --codes it tells keycodes instead of what is on the
+keys. Ends when its window is closed."""
 
 import os
 import sys
@@ -25,7 +26,8 @@ def main():
         if event.type in (xlib.FOCUS_IN, xlib.FOCUS_OUT) and event.focus.mode not in BY_GRABS:
             print(LINES[event.type], flush=True)
         elif event.type in (xlib.KEY_PRESS, xlib.KEY_RELEASE):
-            print(LINES[event.type], display.key_name(event), flush=True)
+            name = event.key.keycode if "--codes" in sys.argv else display.key_name(event)
+            print(LINES[event.type], name, flush=True)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,216 @@
+# desktop: --tray top
+"""Key chords, pressed while another application has the focus: they fire, and that application sees none of their keys
+and all of the others."""
+
+import itertools
+import json
+import os
+
+from lib.keyboard import COMMAND, CONTROL, OPTION, SHIFT, KeyboardTest, pressed_and_released
+from lib.morlatest import main, programs
+
+SUPER = [("Super_L", True), ("Super_L", False)]
+
+
+class Chord(KeyboardTest):
+    def test_of_one_key_without_modifiers(self):
+        self.start_with_chord("K", 0)
+        self.keys.tap("k")
+        self.expect(fires=1, gets=[])
+        self.keys.tap("j", "k", "k", "l")
+        self.expect(fires=2, gets=pressed_and_released("j", "l"))
+
+    def test_of_one_key_with_each_modifier(self):
+        for mask, key in ((COMMAND, "Super_L"), (SHIFT, "Shift_L"), (OPTION, "Alt_L"), (CONTROL, "Control_L"),
+                          (COMMAND, "Super_R"), (SHIFT, "Shift_R"), (OPTION, "Alt_R"), (CONTROL, "Control_R")):
+            with self.subTest(key):
+                self.start_with_chord("K", mask)
+                self.keys.chord(key, "k")
+                self.expect(fires=1, gets=pressed_and_released(key))
+                self.keys.tap("k")
+                self.expect(fires=0, gets=pressed_and_released("k"))
+                self.desktop.quit_morla()
+
+    def test_of_two_keys_in_either_order(self):
+        self.start_with_chord("A+B", COMMAND)
+        for order in itertools.permutations("ab"):
+            with self.subTest(order):
+                self.keys.chord("Super_L", *order)
+                self.expect(fires=1, gets=SUPER)
+
+    def test_of_three_keys_in_every_order(self):
+        self.start_with_chord("A+B+C", 0)
+        for order in itertools.permutations("abc"):
+            with self.subTest(order):
+                self.keys.chord(*order)
+                self.expect(fires=1, gets=[])
+
+    def test_of_two_modifiers_fires_with_exactly_these(self):
+        self.start_with_chord("K", COMMAND | SHIFT)
+        self.keys.chord("Shift_L", "Super_L", "k")
+        self.expect(fires=1, gets=[("Shift_L", True), *SUPER, ("Shift_L", False)])
+        self.keys.chord("Shift_L", "k")
+        self.expect(fires=0, gets=[("Shift_L", True), *pressed_and_released("k"), ("Shift_L", False)])
+        self.keys.chord("Shift_L", "Super_L", "Control_L", "k")
+        self.assertEqual(self.fired(), [])
+        self.assertIn(("k", True), self.received())
+
+    def test_other_keys_in_between_pass_and_do_not_disturb_it(self):
+        self.start_with_chord("A+B", COMMAND)
+        self.keys.down("Super_L", "a")
+        self.keys.tap("x")
+        self.keys.down("y")
+        self.keys.down("b")
+        self.keys.up("b", "y", "a", "Super_L")
+        self.expect(fires=1, gets=[("Super_L", True), *pressed_and_released("x"), ("y", True), ("y", False),
+                                   ("Super_L", False)])
+
+    def test_one_key_released_and_pressed_again_fires_again(self):
+        self.start_with_chord("A+B", 0)
+        self.keys.down("a", "b")
+        self.keys.tap("x")
+        self.keys.up("a")
+        self.keys.down("a")
+        self.keys.up("a", "b")
+        self.expect(fires=2, gets=pressed_and_released("x"))
+
+    def test_a_modifier_in_the_middle_starts_it_anew(self):
+        self.start_with_chord("A+B", COMMAND)
+        self.keys.down("Super_L", "a")
+        self.keys.tap("Shift_L")
+        self.keys.down("b")
+        self.keys.up("b", "a", "Super_L")
+        self.expect(fires=0, gets=[("Super_L", True), *pressed_and_released("Shift_L"), ("Super_L", False)])
+
+    def test_held_it_repeats_nothing_and_the_application_gets_no_repeats(self):
+        self.start_with_chord("K", 0)
+        # Sooner than any desktop has it, so that repeats come at once.
+        programs.run("xset", "r", "rate", "20", "100")
+        self.keys.repeat(True)
+        self.keys.down("k")
+        self.trace.wait_for(lambda event: event.get("notification") == "hotkeyPressed", 15, "hotkeyPressed")
+        # A repeating key of its own shows that repeats have come meanwhile.
+        self.keys.down("x")
+        self.application.lines_until(f"down {self.keys.code('x')}", 15)
+        for _ in range(5):
+            self.application.lines_until(f"down {self.keys.code('x')}", 15)
+        self.keys.up("x", "k")
+        self.keys.repeat(False)
+        got = {name for name, _ in self.received()}
+        self.assertEqual(got, {"x"})
+        self.assertEqual(self.fired(), ["hotkeyPressed"])
+
+    def test_with_caps_lock_and_num_lock_on(self):
+        self.start_with_chord("K", 0)
+        for lock in ("Caps_Lock", "Num_Lock"):
+            with self.subTest(lock):
+                self.keys.tap(lock)
+                self.addCleanup(self.keys.tap, lock)
+                self.received()
+                self.keys.tap("k", "x")
+                self.expect(fires=1, gets=pressed_and_released("x"))
+
+
+class Managers(KeyboardTest):
+    def test_each_fires_for_its_own_chord_when_they_share_keys(self):
+        self.store_chord("A+B", COMMAND)
+        self.store_chord("A+C", COMMAND, "airdropHotkey")
+        self.store_chord("A", CONTROL, "captureOneFolderHotkey")
+        self.start_morla(watching=False)
+        self.keys.chord("Super_L", "a", "b")
+        self.keys.chord("Super_L", "c", "a")
+        self.keys.chord("Control_L", "a")
+        self.assertEqual(self.received(), [*SUPER, *SUPER, ("Control_L", True), ("Control_L", False)])
+        # A key that two chords have goes to the one that was registered last, and the other never sees it.
+        self.assertEqual(self.fired(), ["airdropHotkeyPressed", "captureOneFolderHotkeyPressed"])
+
+    def test_nothing_is_swallowed_without_a_stored_chord(self):
+        self.start_morla(watching=False)
+        self.keys.tap("a", "b", "c")
+        self.expect(fires=0, gets=pressed_and_released("a", "b", "c"))
+
+
+class Layout(KeyboardTest):
+    def set_layout(self, layout):
+        programs.run("setxkbmap", "-layout", layout)
+        self.keys.connect()
+
+    def setUp(self):
+        super().setUp()
+        self.addCleanup(self.set_layout, "us")
+
+    def test_the_key_is_where_the_layout_has_it(self):
+        for layout in ("fr", "de"):
+            with self.subTest(layout):
+                self.set_layout(layout)
+                self.start_with_chord("A+Z", COMMAND)
+                self.keys.chord("Super_L", "a", "z")
+                self.expect(fires=1, gets=SUPER)
+                self.keys.chord("Super_L", "q", "y")
+                self.expect(fires=0, gets=[("Super_L", True), ("q", True), ("y", True), ("y", False), ("q", False),
+                                           ("Super_L", False)])
+                self.desktop.quit_morla()
+
+    def test_an_accented_letter_is_a_key_of_a_french_chord(self):
+        self.set_layout("fr")
+        self.start_with_chord("É", 0)
+        self.keys.tap("eacute", "a")
+        self.expect(fires=1, gets=pressed_and_released("a"))
+
+    def test_follows_a_layout_that_is_switched_while_it_runs(self):
+        self.start_with_chord("A", 0)
+        self.keys.tap("a")
+        self.expect(fires=1, gets=[])
+        old = self.keys.code("a")
+        self.set_layout("fr")
+        self.assertNotEqual(self.keys.code("a"), old)
+        for _ in range(100):  # MORLA learns of it when the server tells it, which no other program is told
+            self.keys.tap("a")
+            if self.fired():
+                break
+        else:
+            self.fail("the key of the new layout does not fire")
+        self.received()
+        self.keys.tap("a", "q")
+        self.expect(fires=1, gets=pressed_and_released("q"))
+
+
+class Limits(KeyboardTest):
+    def test_the_keyboard_works_at_once_after_a_kill_in_the_middle_of_a_chord(self):
+        self.start_with_chord("A+B", 0)
+        self.keys.down("a")
+        self.keys.tap("x")
+        self.assertEqual(self.received(), pressed_and_released("x"))
+        self.desktop.morla.kill()
+        self.desktop.morla.wait()
+        self.keys.up("a")
+        self.keys.tap("a", "b")
+        self.assertEqual(self.received(), [("a", False), *pressed_and_released("a", "b")])
+
+    def test_without_the_permission_there_is_a_line_and_no_chord(self):
+        for decision in ("deny", "undecided"):
+            with self.subTest(decision):
+                path = os.path.join(os.environ["XDG_DATA_HOME"], "privacy", "permissions.json")
+                with open(path, encoding="utf-8") as file:
+                    permissions = json.load(file)
+                permissions["accessibility"]["app.morla.MORLA"] = decision
+                with open(path, "w", encoding="utf-8") as file:
+                    json.dump(permissions, file)
+                self.start_with_chord("K", 0)
+                self.assertIn("Impossible de créer l'event tap - vérifiez les permissions d'accessibilité",
+                              self.desktop.morla.output())
+                self.keys.tap("k")
+                self.expect(fires=0, gets=pressed_and_released("k"))
+                self.desktop.quit_morla()
+
+    def test_a_key_that_another_program_has_for_itself_makes_no_tap(self):
+        self.keys.take_for_itself("k", 0)
+        self.start_with_chord("K", 0)
+        self.assertIn("Impossible de créer l'event tap", self.desktop.morla.output())
+        self.keys.give_back("k", 0)
+        self.keys.tap("k")
+        self.expect(fires=0, gets=pressed_and_released("k"))
+
+
+if __name__ == "__main__":
+    main()
