@@ -289,11 +289,12 @@ void X11Workspace::activate(RunningApplication const& application) {
     if (!focused || focused->owner != *owner) clients_.giveFocus(*target, lastTime_);
     return;
   }
-  clients_.activate(*target);
+  bool const hasFocus = focused && focused->owner == *owner;
+  // While this program is in front the keyboard stays where it is: there is nothing to move. The window manager could
+  // carry it out after a question of ours has opened, and take the keyboard away from it.
+  if (!hasFocus || tracker_.front() != self_) clients_.activate(*target);
   // Nothing will happen to a window that has the keyboard already, so nothing would tell.
-  if (focused && focused->owner == *owner) {
-    tracker_.activated(*focused);
-  }
+  if (hasFocus) tracker_.activated(*focused);
 }
 
 void X11Workspace::activateSelf() {

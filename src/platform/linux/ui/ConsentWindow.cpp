@@ -10,10 +10,12 @@
 #include <QPainterPath>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <memory>
 #include <utility>
 
 #include "base/MainThread.h"
+#include "platform/linux/ui/XClient.h"
 #include "platform/linux/ui/views/ButtonControl.h"
 #include "platform/linux/ui/views/Colours.h"
 #include "platform/linux/ui/views/Lettering.h"
@@ -171,12 +173,35 @@ void ConsentWindow::answer(std::optional<Consent> consent) {
   if (answered) answered(consent);
 }
 
+namespace {
+
+/// The keyboard for a window of this program once it is on the screen. The toolkit asks with the time of the user's
+/// last key or click in a window of this program, and the server refuses what is older than the last change of the
+/// focus.
+class KeyboardOnceShown final : public QObject {
+ public:
+  explicit KeyboardOnceShown(QWindow* window) : QObject(window) { window->installEventFilter(this); }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* const window = static_cast<QWindow*>(watched);
+    if (event->type() == QEvent::Expose && window->isExposed()) {
+      window->removeEventFilter(this);
+      deleteLater();
+      XClient().activate(window->winId());
+    }
+    return false;
+  }
+};
+
+}  // namespace
+
 Subscription askForConsent(std::string const& targetName, ConsentWindow::Answered answered) {
   assertIsMainThread();
   // It may be in the middle of an event of its own when it is taken away.
   std::shared_ptr<ConsentWindow> const window(new ConsentWindow(targetName, std::move(answered)),
                                               [](ConsentWindow* ended) { ended->deleteLater(); });
   window->present();
+  new KeyboardOnceShown(window->windowHandle());
   return Subscription([window] { window->withdraw(); });
 }
 

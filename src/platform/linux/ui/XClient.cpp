@@ -44,6 +44,20 @@ void XClient::setFocus(XWindowId window) {
   XFlush(display_);
 }
 
+void XClient::activate(XWindowId window) {
+  constexpr long kFromUser = 2;  // as a task list says it
+  auto const root = XDefaultRootWindow(display_);
+  XEvent event{};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = window;
+  event.xclient.message_type = XInternAtom(display_, "_NET_ACTIVE_WINDOW", False);
+  event.xclient.format = 32;
+  event.xclient.data.l[0] = kFromUser;
+  event.xclient.data.l[1] = CurrentTime;
+  XSendEvent(display_, root, False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
+  XFlush(display_);
+}
+
 void XClient::setShape(XWindowId window, std::vector<PixelRect> const& pixels) {
   combine(window, Shape::bounding, pixels);
 }

@@ -25,6 +25,8 @@ class XClient {
   [[nodiscard]] XWindowId focus();
   /// Without asking the window manager. Nothing happens when the window is not shown.
   void setFocus(XWindowId window);
+  /// Asks the window manager for a managed window to come to the front, now.
+  void activate(XWindowId window);
 
   /// The pixels of the window that exist; nothing else of it is shown or can be clicked.
   void setShape(XWindowId window, std::vector<PixelRect> const& pixels);

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 
@@ -88,6 +89,27 @@ TEST_P(ManagedDesktopTest, TheFrontmostApplicationOnlyGetsTheKeyboardBackAndNoth
   EXPECT_TRUE(getsKeyboard(lower));
   EXPECT_TRUE(loop_.runUntil([&] { return activeWindow() == lower; }));
   EXPECT_EQ(stacking(), before);
+}
+
+TEST_P(ManagedDesktopTest, WhoHasTheKeyboardWhileWeAreFrontmostIsFrontmostAgainAndNothingIsMoved) {
+  TestApp editor;
+  TestApp above;
+  auto const lower = openActive(editor, "editor");
+  auto const upper = openActive(above, "above");
+  openWorkspace();
+  focus(lower);
+  ASSERT_TRUE(becomesFrontmost("editor"));
+  ASSERT_TRUE(getsKeyboard(lower));
+  ASSERT_EQ(stacking().back(), upper) << "the focused window lies under another";
+  workspace_->activateSelf();
+  ASSERT_EQ(frontName(), "MORLA");
+  workspace_->activate(*running(editor.processIdentifier()));
+  EXPECT_EQ(frontName(), "editor");
+  // Had the window manager been asked for it, it would raise the lower window before it opens this one.
+  TestApp later;
+  openActive(later, "later");
+  auto const order = stacking();
+  EXPECT_LT(std::ranges::find(order, lower), std::ranges::find(order, upper));
 }
 
 TEST_P(ManagedDesktopTest, TheKeyboardGoesBackToTheWindowThatHadItLast) {
