@@ -230,14 +230,19 @@ class Failure(ToolTest):
 
 class End(ToolTest):
     # A daemon: no child of anybody on the desktop, in a session of its own, deaf to polite signals.
+    # Its parent goes on when it has told its number.
     DAEMON = ("import os, signal\n"
+              "told, tells = os.pipe()\n"
               "if os.fork() == 0:\n"
               "    os.setsid()\n"
               "    if os.fork() == 0:\n"
               "        for each in (signal.SIGTERM, signal.SIGHUP): signal.signal(each, signal.SIG_IGN)\n"
               "        print(os.getpid(), flush=True)\n"
+              "        os.close(tells)\n"
               "        signal.pause()\n"
               "    os._exit(0)\n"
+              "os.close(tells)\n"
+              "os.read(told, 1)\n"
               "os.wait()\n")
 
     def test_takes_along_what_the_command_left_behind(self):
