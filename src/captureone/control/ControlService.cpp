@@ -83,7 +83,7 @@ int BusControlService::onGet(sd_bus_message* call, void* self, sd_bus_error* err
   int result = sd_bus_message_read_basic(call, SD_BUS_TYPE_STRING, &key);
   if (result < 0) return result;
   auto const value = service.controls_.get(key);
-  if (!value) return sd_bus_error_setf(error, kRefused, "unknown key \"%s\"", key);
+  if (!value) return sd_bus_error_set(error, kRefused, service.controls_.whyUnreadable(key).c_str());
   sd_bus_message* reply = nullptr;
   result = sd_bus_message_new_method_return(call, &reply);
   if (result < 0) return result;

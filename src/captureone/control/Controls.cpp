@@ -1,60 +1,22 @@
 #include "captureone/control/Controls.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <chrono>
-#include <cmath>
-#include <system_error>
 #include <utility>
 
 #include "base/Json.h"
+#include "captureone/control/KeyTexts.h"
 
 namespace morla::captureone {
+
+using namespace keytexts;
+
 namespace {
 
 using Refusal = Controls::Refusal;
 
 constexpr char kAutomation[] = "automation";
 constexpr char kEvents[] = "events";
-
-/// Fit for a message: foreign bytes are made UTF-8.
-std::string shown(std::string_view text) {
-  return Json(text).text();
-}
-
-std::string textOf(bool value) {
-  return value ? "true" : "false";
-}
-
-std::string textOf(double value) {
-  std::array<char, 32> digits{};
-  auto const end = std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
-  return {digits.data(), end.ptr};
-}
-
-template <typename Number>
-std::optional<Number> parse(std::string const& text) {
-  Number number{};
-  auto const* end = text.data() + text.size();
-  auto const result = std::from_chars(text.data(), end, number);
-  if (result.ec != std::errc() || result.ptr != end) return {};
-  return number;
-}
-
-/// Calls `apply` with the number; `apply` returns whether the model took it.
-template <typename Number, typename Apply>
-Refusal withNumber(std::string const& text, std::string const& expected, Apply apply) {
-  auto const number = parse<Number>(text);
-  if (number && apply(*number)) return {};
-  return "expected " + expected + ", not " + shown(text);
-}
-
-template <typename Apply>
-Refusal withBoolean(std::string const& text, Apply apply) {
-  if (text != "true" && text != "false") return "expected true or false, not " + shown(text);
-  return apply(text == "true");
-}
 
 Refusal unlessThereIsNoCamera(bool done) {
   if (done) return {};
@@ -74,23 +36,23 @@ std::string_view nameOf(StandIn standIn) {
   return std::ranges::find(kStandIns, standIn, &NamedStandIn::standIn)->name;
 }
 
-std::string upTo(std::string const& what, std::size_t maximum) {
-  return what + " from 0 to " + std::to_string(maximum);
-}
-
 }  // namespace
 
 Controls::Controls(Model& model, AutomationPermission& automation)
     : model_(model), automation_(automation), automationAtStart_(automation.read()) {
   addDocumentKeys();
   addCameraKeys();
+  addVariantKeys();
+  addRecipeKeys();
+  addCaptureFolderKeys();
+  addQueueKeys();
   addFaultKeys();
   addAutomationKey();
   last_ = snapshot();
   modelChanges_ = model_.onChange([this] {
     Snapshot now;
     for (auto const& each : entries_) {
-      if (each.isOfModel) now.emplace(each.key, each.get());
+      if (each.isOfModel && each.get) now.emplace(each.key, each.get());
     }
     tellChanges(now);
   });
@@ -237,7 +199,11 @@ Controls::Entry const* Controls::find(std::string_view key) const {
 
 std::optional<std::string> Controls::get(std::string_view key) const {
   auto const* entry = find(key);
-  return entry == nullptr ? std::nullopt : std::optional(entry->get());
+  return entry == nullptr || !entry->get ? std::nullopt : std::optional(entry->get());
+}
+
+std::string Controls::whyUnreadable(std::string_view key) const {
+  return find(key) == nullptr ? "unknown key " + shown(key) : shown(key) + " can only be set";
 }
 
 Controls::Refusal Controls::set(std::string_view key, std::string const& value) {
@@ -255,13 +221,15 @@ void Controls::reset() {
 
 Controls::Snapshot Controls::snapshot() const {
   Snapshot all;
-  for (auto const& each : entries_) all.emplace(each.key, each.get());
+  for (auto const& each : entries_) {
+    if (each.get) all.emplace(each.key, each.get());
+  }
   return all;
 }
 
 std::string Controls::dump() const {
   std::map<std::string, Json> all;
-  for (auto const& each : entries_) all.emplace(each.key, Json(each.get()));
+  for (auto const& [key, value] : snapshot()) all.emplace(key, Json(value));
   return Json(all).text();
 }
 

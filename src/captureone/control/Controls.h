@@ -21,15 +21,17 @@ class Controls {
 
   using Refusal = std::optional<std::string>;  ///< why nothing was changed; nothing when it was
 
-  /// Nothing for an unknown key.
+  /// Nothing for an unknown key, and for one that can only be set.
   [[nodiscard]] std::optional<std::string> get(std::string_view key) const;
+  /// Why `get` has nothing.
+  [[nodiscard]] std::string whyUnreadable(std::string_view key) const;
   [[nodiscard]] Refusal set(std::string_view key, std::string const& value);
   /// The model as it starts, and the automation permission as this object found it.
   void reset();
 
   using Snapshot = std::map<std::string, std::string, std::less<>>;
   [[nodiscard]] Snapshot snapshot() const;
-  /// One JSON object of all keys, every value a text.
+  /// One JSON object of all keys that can be read, every value a text.
   [[nodiscard]] std::string dump() const;
 
   /// Tells the keys whose values have changed, with what they are now, after each change of the model or of the
@@ -41,13 +43,17 @@ class Controls {
  private:
   struct Entry {
     std::string key;
-    std::function<std::string()> get;
+    std::function<std::string()> get;                ///< empty: the key can be set only
     std::function<Refusal(std::string const&)> set;  ///< empty: the key can be read only
     bool isOfModel = true;                           ///< changes with the model alone
   };
   void addDocumentKeys();
   void addCameraKeys();
   void addSettingKeys(CameraSetting which, std::string const& name);
+  void addVariantKeys();
+  void addRecipeKeys();
+  void addCaptureFolderKeys();
+  void addQueueKeys();
   void addFaultKeys();
   void addAutomationKey();
   [[nodiscard]] Entry const* find(std::string_view key) const;

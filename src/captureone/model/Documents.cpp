@@ -1,10 +1,20 @@
 #include "captureone/model/Documents.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace morla::captureone {
+namespace {
 
-Documents::Documents(Changes& changes) : changes_(changes) {
+/// What a document of its kind begins with: an output folder is a session's.
+std::string outputOf(Document const& document) {
+  return document.kind == DocumentKind::session ? document.folder + "/Output" : std::string();
+}
+
+}  // namespace
+
+Documents::Documents(Changes& changes, Surroundings surroundings)
+    : changes_(changes), surroundings_(std::move(surroundings)) {
   append(DocumentKind::session);
 }
 
@@ -24,10 +34,29 @@ DocumentKind Documents::kind() const {
 
 void Documents::append(DocumentKind kind) {
   auto const number = std::to_string(++named_);
-  bool const isSession = kind == DocumentKind::session;
-  documents_.push_back(
-      {"document-" + std::to_string(++opened_), (isSession ? "Séance " : "Catalogue ") + number, kind});
+  auto name = (kind == DocumentKind::session ? "Séance " : "Catalogue ") + number;
+  auto const folder = surroundings_.folder + "/" + name;
+  Document document{.id = "document-" + std::to_string(++opened_),
+                    .name = std::move(name),
+                    .kind = kind,
+                    .folder = folder,
+                    .captures = {folder + "/Capture", CaptureForm::file},
+                    .output = {},
+                    .selects = folder + "/Selects",
+                    .trash = folder + "/Trash",
+                    .gallery = Gallery(surroundings_.pictures, folder + "/Capture"),
+                    .recipes = {}};
+  document.output = outputOf(document);
+  documents_.push_back(std::move(document));
   current_ = documents_.size() - 1;
+}
+
+bool Documents::change(std::string_view id, std::function<bool(Document&)> const& change) {
+  auto const found =
+      std::find_if(documents_.begin(), documents_.end(), [id](auto const& each) { return each.id == id; });
+  if (found == documents_.end() || !change(*found)) return false;
+  changes_.announce();
+  return true;
 }
 
 bool Documents::open(DocumentKind kind) {
@@ -62,7 +91,10 @@ bool Documents::makeCurrent(std::string_view id) {
 void Documents::setKind(DocumentKind kind) {
   if (this->kind() == kind) return;
   kind_ = kind;
-  if (!documents_.empty()) documents_[current_].kind = kind;
+  if (!documents_.empty()) {
+    documents_[current_].kind = kind;
+    documents_[current_].output = outputOf(documents_[current_]);
+  }
   changes_.announce();
 }
 

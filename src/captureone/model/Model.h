@@ -7,6 +7,7 @@
 #include "captureone/model/Changes.h"
 #include "captureone/model/Documents.h"
 #include "captureone/model/Faults.h"
+#include "captureone/model/ProcessingQueue.h"
 
 namespace morla::captureone {
 
@@ -14,12 +15,15 @@ namespace morla::captureone {
 /// tool all read and change this one object. Main thread.
 class Model {
  public:
-  Model() : documents_(changes_), cameras_(changes_), faults_(changes_) {}
+  explicit Model(Surroundings surroundings = {})
+      : documents_(changes_, std::move(surroundings)), cameras_(changes_), queue_(changes_), faults_(changes_) {}
 
   [[nodiscard]] Documents& documents() { return documents_; }
   [[nodiscard]] Documents const& documents() const { return documents_; }
   [[nodiscard]] Cameras& cameras() { return cameras_; }
   [[nodiscard]] Cameras const& cameras() const { return cameras_; }
+  [[nodiscard]] ProcessingQueue& queue() { return queue_; }
+  [[nodiscard]] ProcessingQueue const& queue() const { return queue_; }
   [[nodiscard]] Faults& faults() { return faults_; }
   [[nodiscard]] Faults const& faults() const { return faults_; }
 
@@ -39,6 +43,7 @@ class Model {
     Changes::Batch const batch(changes_);
     documents_.reset();
     cameras_.reset();
+    queue_.reset();
     faults_.reset();
   }
 
@@ -46,6 +51,7 @@ class Model {
   Changes changes_;
   Documents documents_;
   Cameras cameras_;
+  ProcessingQueue queue_;
   Faults faults_;
   bool isFrontmost_ = false;
 };

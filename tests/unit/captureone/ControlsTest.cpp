@@ -60,6 +60,13 @@ std::vector<KeyRow> const kKeys{
     {"camera.available.iso", "50|100|200|400|800|1600|3200|6400", "", {}},
     {"camera.available.aperture", "f/2.8|f/4|f/5.6|f/8|f/11|f/16|f/22", "||f/8|", {}},
     {"camera.available.shutter", "1/1000|1/500|1/250|1/125|1/60|1/30|1/15|1/8|1/4|1/2|1\"|2\"", "x", {}},
+    {"variants.count", "12", "5000", {"", "-1", "20001", "x"}},
+    {"variants.selected", "1", "2|12", {"0", "13", "1|x", "All", "007"}},
+    {"recipes.enabled", "JPEG pleine taille|Épreuve rapide", "JPEG web", {"jpeg web", "JPEG web|", "JPEG web|x"}},
+    {"captures", "/Capture One/Séance 1/Capture", "/Users/me/Job/Capture/", {}},
+    {"captures.form", "file", "hfs", {"", "HFS", "alias"}},
+    {"process.delay", "0", "1.5", {"", "-1", "nan", "1e9"}},
+    {"process.stall", "false", "true", kNoBooleans},
     {"automation", "undecided", "deny", {"", "Allow", "yes"}},
     {"fault.delay", "0", "0.25", {"", "-0.1", "nan", "inf", "1e9", "1s"}},
     {"fault.silent", "false", "true", kNoBooleans},
@@ -85,7 +92,7 @@ TEST_F(ControlsTest, EveryKeyStartsWithItsDefaultTakesAValueAndRefusesWhatIsNone
 }
 
 TEST_F(ControlsTest, ThereAreNoKeysButTheseAndTheCountOfEvents) {
-  std::set<std::string> expected{"events"};
+  std::set<std::string> expected{"events", "queue.length", "recipes"};
   for (auto const& row : kKeys) expected.insert(row.key);
   std::set<std::string> actual;
   for (auto const& [key, value] : controls_.snapshot()) actual.insert(key);
@@ -93,11 +100,105 @@ TEST_F(ControlsTest, ThereAreNoKeysButTheseAndTheCountOfEvents) {
 }
 
 TEST_F(ControlsTest, RefusesUnknownKeysAndWritingWhatCanOnlyBeRead) {
-  for (auto const* key : {"", "bogus", "camera", "Camera.iso", "variants.count", "recipes", "captures"}) {
+  for (auto const* key : {"", "bogus", "camera", "Camera.iso", "variants", "recipe", "process"}) {
     EXPECT_FALSE(controls_.get(key).has_value()) << key;
     EXPECT_TRUE(controls_.set(key, "1").has_value()) << key;
   }
-  EXPECT_NE(controls_.set("events", "0")->find("only be read"), std::string::npos);
+  for (auto const* key : {"events", "recipes", "queue.length"}) {
+    EXPECT_NE(controls_.set(key, "0")->find("only be read"), std::string::npos) << key;
+  }
+}
+
+TEST_F(ControlsTest, KeysThatOnlyActHaveNothingToRead) {
+  for (auto const* key : {"recipe.add", "recipe.delete"}) {
+    EXPECT_FALSE(controls_.get(key).has_value()) << key;
+    EXPECT_NE(controls_.whyUnreadable(key).find("only be set"), std::string::npos) << key;
+  }
+  EXPECT_NE(controls_.whyUnreadable("bogus").find("unknown key"), std::string::npos);
+}
+
+TEST_F(ControlsTest, WithoutADocumentItsKeysAreEmptyAndRefuseValues) {
+  ASSERT_TRUE(set("document.open", "0"));
+  EXPECT_EQ(get("variants.count"), "0");
+  for (auto const* key : {"variants.selected", "recipes", "recipes.enabled", "captures", "captures.form"}) {
+    EXPECT_EQ(get(key), "") << key;
+  }
+  for (auto const& [key, value] : std::vector<std::pair<std::string, std::string>>{{"variants.count", "1"},
+                                                                                   {"variants.selected", "none"},
+                                                                                   {"recipes.enabled", ""},
+                                                                                   {"recipe.add", "x"},
+                                                                                   {"recipe.delete", "JPEG web"},
+                                                                                   {"captures", "/x"},
+                                                                                   {"captures.form", "hfs"}}) {
+    EXPECT_EQ(controls_.set(key, value), "there is no document") << key;
+  }
+}
+
+TEST_F(ControlsTest, TheSelectionIsReadAsIdsHoweverItWasMade) {
+  ASSERT_TRUE(set("variants.count", "3"));
+  ASSERT_TRUE(set("variants.selected", "all"));
+  EXPECT_EQ(get("variants.selected"), "1|2|3");
+  ASSERT_TRUE(set("variants.count", "5"));
+  EXPECT_EQ(get("variants.selected"), "1|2|3") << "new variants are not selected";
+  ASSERT_TRUE(set("variants.selected", "5|2"));
+  EXPECT_EQ(get("variants.selected"), "2|5") << "in the order of the variants";
+  ASSERT_TRUE(set("variants.count", "4"));
+  EXPECT_EQ(get("variants.selected"), "2");
+  ASSERT_TRUE(set("variants.selected", "none"));
+  EXPECT_EQ(get("variants.selected"), "");
+}
+
+TEST_F(ControlsTest, RecipesAreAddedAtTheEndDisabledAndDeletedByTheirExactName) {
+  std::string const start = get("recipes");
+  for (auto const* name : {"a,b", "say \"x\"", "a|b", "AirDrop", "airdrop"}) ASSERT_TRUE(set("recipe.add", name));
+  EXPECT_EQ(get("recipes"), start + "|a,b|say \"x\"|a|b|AirDrop|airdrop");
+  EXPECT_EQ(get("recipes.enabled"), "JPEG pleine taille|Épreuve rapide");
+  ASSERT_TRUE(set("recipe.delete", "airdrop"));
+  EXPECT_FALSE(set("recipe.delete", "AIRDROP"));
+  EXPECT_EQ(get("recipes"), start + "|a,b|say \"x\"|a|b|AirDrop");
+  EXPECT_FALSE(set("recipe.add", ""));
+}
+
+TEST_F(ControlsTest, ANameWithABarInItCanBeEnabled) {
+  for (auto const* name : {"a|b", "a", "b"}) ASSERT_TRUE(set("recipe.add", name));
+  ASSERT_TRUE(set("recipes.enabled", "a|b"));
+  EXPECT_EQ(get("recipes.enabled"), "a|b");
+  EXPECT_TRUE(model_.documents().current()->recipes.findNamed("a|b")->isEnabled);
+  EXPECT_FALSE(model_.documents().current()->recipes.findNamed("a")->isEnabled);
+  ASSERT_TRUE(set("recipes.enabled", "a|b|b"));
+  EXPECT_TRUE(model_.documents().current()->recipes.findNamed("b")->isEnabled);
+  ASSERT_TRUE(set("recipes.enabled", ""));
+  EXPECT_EQ(get("recipes.enabled"), "");
+}
+
+TEST_F(ControlsTest, TheCaptureFolderIsAnsweredInEachForm) {
+  struct Row {
+    char const* set;
+    char const* form;
+    char const* answer;
+  };
+  Row const rows[] = {
+      {"/Users/me/Job/Capture", "hfs", "Macintosh HD:Users:me:Job:Capture:"},
+      {"/Users/me/Job/Capture/", "hfs", "Macintosh HD:Users:me:Job:Capture:"},
+      {"/Volumes/Disk/Job", "hfs", "Disk:Job:"},
+      {"Disk:Job:Capture:", "hfs", "Disk:Job:Capture:"},
+      {"Disk:Job", "hfs", "Disk:Job"},
+      {"/", "hfs", "Macintosh HD:"},
+      {"/Users/me/Job/Capture/", "posix", "/Users/me/Job/Capture/"},
+      {"Macintosh HD:Users:me:", "posix", "/Users/me"},
+      {"Disk:Job:", "posix", "/Volumes/Disk/Job"},
+      {"/", "posix", "/"},
+      {"neither", "posix", "neither"},
+      {"neither", "hfs", "neither"},
+      {"/Users/me/Job", "file", "/Users/me/Job"},
+      {"Disk:Job:", "file", "/Volumes/Disk/Job"},
+      {"/Users/me/Job", "missing", ""},
+  };
+  for (auto const& row : rows) {
+    ASSERT_TRUE(set("captures", row.set));
+    ASSERT_TRUE(set("captures.form", row.form));
+    EXPECT_EQ(get("captures"), row.answer) << row.set << " as " << row.form;
+  }
 }
 
 TEST_F(ControlsTest, ARefusalIsUtf8WhateverTheValueWas) {
@@ -161,7 +262,8 @@ TEST_F(ControlsTest, ResetBringsBackThePermissionThatWasFoundNotAnother) {
   auto const observer = controls.onChange([&](auto const& changed) { told.insert(changed.begin(), changed.end()); });
   controls.reset();
   EXPECT_EQ(permission_.decision, Automation::allow);
-  EXPECT_EQ(told, (Controls::Snapshot{{"automation", "allow"}, {"document.open", "1"}}));
+  EXPECT_EQ(told, (Controls::Snapshot{
+                      {"automation", "allow"}, {"captures", "/Capture One/Séance 1/Capture"}, {"document.open", "1"}}));
   EXPECT_EQ(controls.get("document.open"), "1");
 }
 

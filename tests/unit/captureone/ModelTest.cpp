@@ -71,6 +71,8 @@ TEST_F(ModelTest, TellsOfEachChangeOnceAndOfNoneWhereNothingChanged) {
       {"silence", [](Model& m) { m.faults().setSilence(Silence::on); }},
       {"reply", [](Model& m) { m.faults().setReply("x"); }},
       {"kind of reply", [](Model& m) { m.faults().setStandIn(StandIn::missing); }},
+      {"delay of the queue", [](Model& m) { m.queue().setDelay(std::chrono::seconds(1)); }},
+      {"stall", [](Model& m) { m.queue().setStall(ProcessingQueue::Stall::on); }},
       {"frontmost", [](Model& m) { m.setFrontmost(true); }},
   };
   for (auto const& row : rows) {
@@ -85,6 +87,9 @@ TEST_F(ModelTest, TellsOfEachChangeOnceAndOfNoneWhereNothingChanged) {
 TEST_F(ModelTest, ResetIsOneChangeAndBringsBackTheStart) {
   model_.documents().setCount(4);
   model_.documents().setKind(DocumentKind::catalog);
+  model_.queue().add({OutputJob{}});
+  model_.queue().setDelay(std::chrono::seconds(2));
+  model_.queue().setStall(ProcessingQueue::Stall::on);
   model_.cameras().setCount(1);
   model_.cameras().setValue(CameraSetting::iso, "9");
   model_.faults().setReply("x");
@@ -97,6 +102,9 @@ TEST_F(ModelTest, ResetIsOneChangeAndBringsBackTheStart) {
   EXPECT_EQ(model_.documents().all().size(), 1u);
   EXPECT_EQ(model_.documents().current()->name, fresh.documents().current()->name);
   EXPECT_EQ(model_.documents().kind(), DocumentKind::session);
+  EXPECT_EQ(model_.queue().length(), 0u);
+  EXPECT_EQ(model_.queue().delay().count(), 0);
+  EXPECT_EQ(model_.queue().stall(), ProcessingQueue::Stall::off);
   EXPECT_EQ(model_.faults().reply(), "");
   EXPECT_EQ(model_.faults().events(), 0);
 }
