@@ -65,6 +65,7 @@ inline constexpr std::int64_t kConsentPending = -1744;
 inline constexpr std::int64_t kHandlerFailed = -10000;
 inline constexpr std::int64_t kNotModifiable = -10003;
 inline constexpr std::int64_t kCannotSet = -10006;
+inline constexpr std::int64_t kCannotPutThere = -10024;
 }  // namespace errors
 
 }  // namespace morla::applescript

@@ -37,8 +37,13 @@ class ApplicationClass final : public ServedClass {
 
   std::optional<std::vector<ObjectReference>> elements(ObjectReference const&, Code wanted) const override {
     if (wanted != codes::kDocument) return {};
+    // From front to back, as scripts expect of any application.
     std::vector<ObjectReference> documents;
-    for (auto const& each : model_.documents().all()) documents.push_back({codes::kDocument, each.id, {}});
+    auto const* front = model_.documents().current();
+    if (front != nullptr) documents.push_back({codes::kDocument, front->id, {}});
+    for (auto const& each : model_.documents().all()) {
+      if (&each != front) documents.push_back({codes::kDocument, each.id, {}});
+    }
     return documents;
   }
 
@@ -53,11 +58,25 @@ std::unique_ptr<ServedClass> makeApplicationClass(Model& model, ApplicationIdent
   return std::make_unique<ApplicationClass>(model, std::move(identity));
 }
 
+Value specifierIn(Value container, Code wanted, applescript::KeyForm form, Value selector) {
+  return std::make_shared<applescript::Specifier const>(
+      applescript::Specifier{wanted, form, std::move(selector), std::move(container)});
+}
+
+Value documentSpecifier(std::string const& id) {
+  return specifierIn({}, codes::kDocument, applescript::KeyForm::id, id);
+}
+
 std::vector<std::unique_ptr<ServedClass>> makeServedClasses(Model& model, ApplicationIdentity identity) {
   std::vector<std::unique_ptr<ServedClass>> classes;
   classes.push_back(makeApplicationClass(model, std::move(identity)));
   classes.push_back(makeDocumentClass(model));
   classes.push_back(makeCameraClass(model));
+  classes.push_back(makeCollectionClass(model));
+  classes.push_back(makeImageClass(model));
+  classes.push_back(makeVariantClass(model));
+  classes.push_back(makeRecipeClass(model));
+  classes.push_back(makeJobClass(model));
   return classes;
 }
 

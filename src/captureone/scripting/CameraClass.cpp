@@ -8,7 +8,6 @@ namespace {
 
 using applescript::Code;
 using applescript::KeyForm;
-using applescript::Specifier;
 using applescript::TypeCode;
 using applescript::Value;
 
@@ -41,10 +40,8 @@ class CameraClass final : public ServedClass {
   }
 
   Value specifier(ObjectReference const& object) const override {
-    Value const document =
-        std::make_shared<Specifier const>(Specifier{codes::kDocument, KeyForm::id, object.document, {}});
-    return std::make_shared<Specifier const>(
-        Specifier{Code("prop"), KeyForm::property, TypeCode{codes::kCameraOfDocument}, document});
+    return specifierIn(documentSpecifier(object.document), Code("prop"), KeyForm::property,
+                       TypeCode{codes::kCameraOfDocument});
   }
 
   Reading read(ObjectReference const& object, Code property) const override {

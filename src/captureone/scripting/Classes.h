@@ -20,6 +20,12 @@ namespace codes {
 inline constexpr applescript::Code kApplication{"capp"};
 inline constexpr applescript::Code kDocument{"docu"};
 inline constexpr applescript::Code kCamera{"CObj"};
+inline constexpr applescript::Code kCollection{"COcl"};
+inline constexpr applescript::Code kImage{"COim"};
+inline constexpr applescript::Code kVariant{"cvar"};
+inline constexpr applescript::Code kRecipe{"COrp"};
+inline constexpr applescript::Code kJob{"CQjb"};
+inline constexpr applescript::Code kExamined{"exmn"};  ///< the object that a test is about
 inline constexpr applescript::Code kName{"pnam"};
 inline constexpr applescript::Code kId{"ID"};
 inline constexpr applescript::Code kCameraOfDocument{"COco"};
@@ -31,5 +37,15 @@ inline constexpr applescript::Code kCameraOfDocument{"COco"};
 [[nodiscard]] std::unique_ptr<ServedClass> makeApplicationClass(Model& model, ApplicationIdentity identity);
 [[nodiscard]] std::unique_ptr<ServedClass> makeDocumentClass(Model& model);
 [[nodiscard]] std::unique_ptr<ServedClass> makeCameraClass(Model& model);
+[[nodiscard]] std::unique_ptr<ServedClass> makeCollectionClass(Model& model);
+[[nodiscard]] std::unique_ptr<ServedClass> makeImageClass(Model& model);
+[[nodiscard]] std::unique_ptr<ServedClass> makeVariantClass(Model& model);
+[[nodiscard]] std::unique_ptr<ServedClass> makeRecipeClass(Model& model);
+[[nodiscard]] std::unique_ptr<ServedClass> makeJobClass(Model& model);
+
+/// How an object is named inside its document.
+[[nodiscard]] applescript::Value specifierIn(applescript::Value container, applescript::Code wanted,
+                                             applescript::KeyForm form, applescript::Value selector);
+[[nodiscard]] applescript::Value documentSpecifier(std::string const& id);
 
 }  // namespace morla::captureone

@@ -26,6 +26,10 @@ EventError cannotSet(Value offender) {
   return {errors::kCannotSet, "Can’t set the object to that value.", std::move(offender)};
 }
 
+EventError cannotMake(Value offender) {
+  return {errors::kCannotPutThere, "Can’t make or move that element into that container.", std::move(offender)};
+}
+
 EventError notSimulated(std::string const& what, Value offender) {
   return {errors::kHandlerFailed, "The simulator has no " + what + ".", std::move(offender)};
 }

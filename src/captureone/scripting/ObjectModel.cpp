@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "captureone/scripting/Conversion.h"
+#include "captureone/scripting/ProcessCommand.h"
 
 namespace morla::captureone {
 
@@ -12,7 +13,9 @@ using applescript::Code;
 using applescript::Considerations;
 using applescript::EventError;
 using applescript::EventReply;
+using applescript::KeyForm;
 using applescript::List;
+using applescript::Record;
 using applescript::SpecifierPointer;
 using applescript::TypeCode;
 using applescript::Value;
@@ -45,7 +48,8 @@ EventError missingParameter(std::string const& what) {
 }  // namespace
 
 ObjectModel::ObjectModel(Model& model, ApplicationIdentity identity, std::string_view dictionary, Hooks hooks)
-    : terms_(termsOf(dictionary)),
+    : model_(model),
+      terms_(termsOf(dictionary)),
       classes_(makeServedClasses(model, std::move(identity))),
       resolver_(terms_, classes_),
       hooks_(std::move(hooks)) {}
@@ -58,7 +62,10 @@ EventReply ObjectModel::handle(AppleEvent const& event) {
     if (id == Code("setd")) return set(event);
     if (id == Code("cnte")) return count(event);
     if (id == Code("doex")) return exists(event);
+    if (id == Code("crel")) return make(event);
+    if (id == Code("delo")) return remove(event);
   }
+  if (family == Code("Capt") && id == Code("proc")) return process(event, resolver_, model_);
   if (family == Code("aevt") && id == Code("quit")) {
     if (hooks_.quit) hooks_.quit();
     return Value();
@@ -122,13 +129,94 @@ EventReply ObjectModel::set(AppleEvent const& event) {
   for (auto const& item : std::get<Found>(resolved).items) {
     auto const* place = std::get_if<PropertyReference>(&item);
     if (place == nullptr) return failures::cannotSet(event.directObject);
-    if (!place->property->isWritable) return failures::notModifiable(event.directObject);
-    auto converted = convert(*data, place->property->type, event.considerations);
-    if (auto* error = std::get_if<EventError>(&converted)) return *std::move(error);
-    auto* owner = resolver_.served(place->owner.type);
-    auto failure = owner->write(place->owner, place->property->code, std::get<Content>(converted));
-    if (failure) {
-      failure->offender = event.directObject;
+    if (auto failure = assign(*place, *data, event.directObject, event.considerations)) return *std::move(failure);
+  }
+  return Value();
+}
+
+Failure ObjectModel::assign(PropertyReference const& place, Value const& value, Value const& offender,
+                            Considerations considerations) {
+  if (!place.property->isWritable) return failures::notModifiable(offender);
+  auto converted = convert(value, place.property->type, considerations);
+  if (auto* error = std::get_if<EventError>(&converted)) return *std::move(error);
+  auto failure =
+      resolver_.served(place.owner.type)->write(place.owner, place.property->code, std::get<Content>(converted));
+  if (failure) failure->offender = offender;
+  return failure;
+}
+
+std::variant<ObjectReference, EventError> ObjectModel::containerFor(AppleEvent const& event) const {
+  auto const* place = parameter(event, Code("insh"));
+  if (place == nullptr) place = parameter(event, Code("subj"));
+  Value const application;
+  if (place == nullptr) place = &application;
+  // "end of recipes of d": where in the row is not for scripts to say.
+  if (auto const* insertion = place->as<Record>()) {
+    for (auto const& each : *insertion) {
+      if (each.key != applescript::RecordKey(Code("kobj"))) continue;
+      place = &each.value;
+      auto const* pointer = place->as<SpecifierPointer>();
+      if (pointer != nullptr && (*pointer)->form == KeyForm::every) place = &(*pointer)->container;
+      break;
+    }
+  }
+  auto resolved = resolver_.resolve(*place, event.considerations);
+  if (auto* error = std::get_if<EventError>(&resolved)) return *std::move(error);
+  auto const& found = std::get<Found>(resolved);
+  if (found.number == Found::Number::many) return failures::cannotMake(*place);
+  return resolver_.object(found.items.front(), *place);
+}
+
+EventReply ObjectModel::make(AppleEvent const& event) {
+  auto const* kind = parameter(event, Code("kocl"));
+  auto const* wanted = kind == nullptr ? nullptr : kind->as<TypeCode>();
+  if (kind == nullptr) return missingParameter("“new”");
+  if (wanted == nullptr) return failures::wrongType(*kind, "type class");
+  auto container = containerFor(event);
+  if (auto* error = std::get_if<EventError>(&container)) return *std::move(error);
+  auto const& owner = std::get<ObjectReference>(container);
+
+  Record properties;
+  if (auto const* given = parameter(event, Code("prdt"))) {
+    if (given->as<Record>() == nullptr) return failures::wrongType(*given, "record");
+    properties = *given->as<Record>();
+  }
+  std::string name;
+  for (auto const& each : properties) {
+    auto const* text = each.key == applescript::RecordKey(codes::kName) ? each.value.as<std::string>() : nullptr;
+    if (text != nullptr) name = *text;
+  }
+  auto made = resolver_.served(owner.type)->make(owner, wanted->code, name);
+  if (auto* error = std::get_if<EventError>(&made)) return *std::move(error);
+  auto const& object = std::get<ObjectReference>(made);
+  auto& served = *resolver_.served(object.type);
+  for (auto const& each : properties) {
+    auto const* code = std::get_if<Code>(&each.key);
+    auto const* property = code == nullptr ? nullptr : terms_.findProperty(object.type, *code);
+    Failure failure = property == nullptr ? Failure(failures::cannotSet(each.value))
+                                          : assign({object, property}, each.value, each.value, event.considerations);
+    if (!failure) continue;
+    // Half an object is none.
+    (void)served.remove(object);
+    return *std::move(failure);
+  }
+  return served.specifier(object);
+}
+
+EventReply ObjectModel::remove(AppleEvent const& event) {
+  Value const& target = subject(event);
+  if (target.isNull()) return missingParameter("direct");
+  auto resolved = resolver_.resolve(target, event.considerations);
+  if (auto* error = std::get_if<EventError>(&resolved)) return *std::move(error);
+  // All of them first: deleting one may move another.
+  std::vector<ObjectReference> objects;
+  for (auto const& item : std::get<Found>(resolved).items) {
+    if (std::holds_alternative<PropertyReference>(item)) return failures::notModifiable(target);
+    objects.push_back(std::get<ObjectReference>(item));
+  }
+  for (auto const& each : objects) {
+    if (auto failure = resolver_.served(each.type)->remove(each)) {
+      failure->offender = target;
       return *std::move(failure);
     }
   }

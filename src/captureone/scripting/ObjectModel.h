@@ -35,11 +35,19 @@ class ObjectModel {
   [[nodiscard]] Reply set(Event const& event);
   [[nodiscard]] Reply count(Event const& event);
   [[nodiscard]] Reply exists(Event const& event);
+  [[nodiscard]] Reply make(Event const& event);
+  [[nodiscard]] Reply remove(Event const& event);
 
+  /// What `make` is to put its object into.
+  [[nodiscard]] std::variant<ObjectReference, applescript::EventError> containerFor(Event const& event) const;
+  /// Nothing, or why the property cannot have that value.
+  [[nodiscard]] Failure assign(PropertyReference const& place, applescript::Value const& value,
+                               applescript::Value const& offender, applescript::Considerations considerations);
   [[nodiscard]] Reply contentOf(Item const& item, applescript::Value const& offender) const;
   [[nodiscard]] Reading convert(applescript::Value const& value, std::string const& type,
                                 applescript::Considerations considerations) const;
 
+  Model& model_;
   Terms terms_;
   std::vector<std::unique_ptr<ServedClass>> classes_;
   Resolver resolver_;

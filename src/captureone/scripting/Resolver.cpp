@@ -7,6 +7,7 @@
 
 #include "base/unicode/Unicode.h"
 #include "captureone/scripting/Classes.h"
+#include "captureone/scripting/TestClause.h"
 
 namespace morla::captureone {
 
@@ -97,18 +98,54 @@ std::variant<std::vector<ObjectReference>, EventError> Resolver::elements(Object
   return *std::move(found);
 }
 
-bool Resolver::hasText(ObjectReference const& object, Code property, Value const& selector,
-                       Considerations considerations) const {
-  auto const* wanted = selector.as<std::string>();
+bool Resolver::hasName(ObjectReference const& object, Request const& request) const {
+  auto const* wanted = request.specifier.selector.as<std::string>();
   auto const* owner = served(object.type);
   if (wanted == nullptr || owner == nullptr) return false;
-  auto const reading = owner->read(object, property);
+  auto const reading = owner->read(object, codes::kName);
   auto const* content = std::get_if<Content>(&reading);
   auto const* value = content == nullptr ? nullptr : std::get_if<Value>(content);
   auto const* text = value == nullptr ? nullptr : value->as<std::string>();
   if (text == nullptr) return false;
-  bool const ignoresCase = (considerations.bits & Considerations::kIgnoreCase) != 0;
+  bool const ignoresCase = (request.considerations.bits & Considerations::kIgnoreCase) != 0;
   return ignoresCase ? unicode::equalsIgnoringCase(*text, *wanted) : unicode::equals(*text, *wanted);
+}
+
+std::variant<Found, EventError> Resolver::elementWithId(Request const& request,
+                                                        ObjectReference const& container) const {
+  auto const wanted = request.specifier.wanted;
+  if (!terms_.hasElements(container.type, wanted)) return failures::cannotGet(request.value);
+  auto const* owner = served(container.type);
+  auto const* id = request.specifier.selector.as<std::string>();
+  auto found = owner == nullptr || id == nullptr ? std::nullopt : owner->elementWithId(container, wanted, *id);
+  if (!found) return failures::cannotGet(request.value);
+  return Found{Found::Number::one, {*std::move(found)}};
+}
+
+Reading Resolver::operand(Value const& value, Request const& request, ObjectReference const& examined) const {
+  auto const* type = value.as<TypeCode>();
+  bool const isExamined = type != nullptr && type->code == codes::kExamined;
+  if (!isExamined && value.as<SpecifierPointer>() == nullptr) return Content(value);
+  auto resolved = resolve(value, request.considerations, &examined);
+  if (auto* error = std::get_if<EventError>(&resolved)) return *std::move(error);
+  auto const& found = std::get<Found>(resolved);
+  if (found.number == Found::Number::many) return failures::wrongType(value, "one object");
+  auto const& item = found.items.front();
+  if (auto const* place = std::get_if<PropertyReference>(&item)) return read(*place, value);
+  return Content(std::get<ObjectReference>(item));
+}
+
+std::variant<Found, EventError> Resolver::elementsThatPass(Request const& request,
+                                                           std::vector<ObjectReference> const& all) const {
+  Found found{Found::Number::many, {}};
+  for (auto const& each : all) {
+    auto const verdict = holds(
+        request.specifier.selector, [&](Value const& value) { return operand(value, request, each); },
+        request.considerations);
+    if (auto const* error = std::get_if<EventError>(&verdict)) return *error;
+    if (std::get<bool>(verdict)) found.items.emplace_back(each);
+  }
+  return found;
 }
 
 std::variant<Found, EventError> Resolver::property(Request const& request, ObjectReference const& container) const {
@@ -120,6 +157,7 @@ std::variant<Found, EventError> Resolver::property(Request const& request, Objec
 
 std::variant<Found, EventError> Resolver::element(Request const& request, ObjectReference const& container) const {
   Specifier const& specifier = request.specifier;
+  if (specifier.form == KeyForm::id) return elementWithId(request, container);
   auto listed = elements(container, specifier.wanted, request.value);
   if (auto* error = std::get_if<EventError>(&listed)) return *std::move(error);
   auto const& all = std::get<std::vector<ObjectReference>>(listed);
@@ -148,19 +186,15 @@ std::variant<Found, EventError> Resolver::element(Request const& request, Object
           Found::Number::many,
           {all.begin() + static_cast<std::ptrdiff_t>(low), all.begin() + static_cast<std::ptrdiff_t>(high) + 1}};
     }
-    case KeyForm::name:
-    case KeyForm::id: {
-      auto const property = specifier.form == KeyForm::name ? codes::kName : codes::kId;
-      auto const found = std::ranges::find_if(all, [&](auto const& each) {
-        // An id is exact whatever the script ignores.
-        return hasText(each, property, specifier.selector,
-                       specifier.form == KeyForm::name ? request.considerations : Considerations{0});
-      });
+    case KeyForm::name: {
+      auto const found = std::ranges::find_if(all, [&](auto const& each) { return hasName(each, request); });
       if (found == all.end()) return failures::cannotGet(request.value);
       return Found{Found::Number::one, {*found}};
     }
-    case KeyForm::relative:
     case KeyForm::test:
+      return elementsThatPass(request, all);
+    case KeyForm::relative:
+    case KeyForm::id:
     case KeyForm::property:
       break;
   }
@@ -168,13 +202,22 @@ std::variant<Found, EventError> Resolver::element(Request const& request, Object
 }
 
 std::variant<Found, EventError> Resolver::resolve(Value const& value, Considerations considerations) const {
+  return resolve(value, considerations, nullptr);
+}
+
+std::variant<Found, EventError> Resolver::resolve(Value const& value, Considerations considerations,
+                                                  ObjectReference const* examined) const {
+  auto const* type = value.as<TypeCode>();
+  if (examined != nullptr && type != nullptr && type->code == codes::kExamined) {
+    return Found{Found::Number::one, {*examined}};
+  }
   if (value.isNull()) return Found{Found::Number::one, {ObjectReference{codes::kApplication, {}, {}}}};
   auto const* pointer = value.as<SpecifierPointer>();
   if (pointer == nullptr) return failures::cannotGet(value);
   Specifier const& specifier = **pointer;
   Request const request{specifier, value, considerations};
 
-  auto containers = resolve(specifier.container, considerations);
+  auto containers = resolve(specifier.container, considerations, examined);
   if (auto* error = std::get_if<EventError>(&containers)) return *std::move(error);
   auto const& outer = std::get<Found>(containers);
 

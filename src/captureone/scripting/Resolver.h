@@ -48,12 +48,22 @@ class Resolver {
 
  private:
   struct Request;
+  /// `examined` is the object that a test is about; null outside of tests.
+  [[nodiscard]] std::variant<Found, applescript::EventError> resolve(applescript::Value const& value,
+                                                                     applescript::Considerations considerations,
+                                                                     ObjectReference const* examined) const;
   [[nodiscard]] std::variant<Found, applescript::EventError> property(Request const& request,
                                                                       ObjectReference const& container) const;
   [[nodiscard]] std::variant<Found, applescript::EventError> element(Request const& request,
                                                                      ObjectReference const& container) const;
-  [[nodiscard]] bool hasText(ObjectReference const& object, applescript::Code property,
-                             applescript::Value const& selector, applescript::Considerations considerations) const;
+  [[nodiscard]] std::variant<Found, applescript::EventError> elementWithId(Request const& request,
+                                                                           ObjectReference const& container) const;
+  [[nodiscard]] std::variant<Found, applescript::EventError> elementsThatPass(
+      Request const& request, std::vector<ObjectReference> const& all) const;
+  /// What an operand of a test means.
+  [[nodiscard]] Reading operand(applescript::Value const& value, Request const& request,
+                                ObjectReference const& examined) const;
+  [[nodiscard]] bool hasName(ObjectReference const& object, Request const& request) const;
 
   Terms const& terms_;
   std::vector<std::unique_ptr<ServedClass>> const& classes_;

@@ -43,6 +43,17 @@ class ServedClass {
   /// In their order; nothing when the dictionary has such elements but the model has not.
   [[nodiscard]] virtual std::optional<std::vector<ObjectReference>> elements(ObjectReference const& object,
                                                                              applescript::Code wanted) const = 0;
+  /// The one of `elements` with that id, exactly; nothing when there is none. Classes with many elements answer this
+  /// without making them all.
+  [[nodiscard]] virtual std::optional<ObjectReference> elementWithId(ObjectReference const& object,
+                                                                     applescript::Code wanted,
+                                                                     std::string const& id) const;
+
+  /// A new object of class `wanted` in `object`. Only what has been asked for by name is made.
+  [[nodiscard]] virtual std::variant<ObjectReference, applescript::EventError> make(ObjectReference const& object,
+                                                                                    applescript::Code wanted,
+                                                                                    std::string name);
+  [[nodiscard]] virtual Failure remove(ObjectReference const& object);
 };
 
 /// Errors in the words of the system that the application comes from. `offender` is what the script asked for.
@@ -52,6 +63,7 @@ namespace failures {
 [[nodiscard]] applescript::EventError notModifiable(applescript::Value offender);
 [[nodiscard]] applescript::EventError wrongType(applescript::Value offender, std::string const& type);
 [[nodiscard]] applescript::EventError cannotSet(applescript::Value offender);
+[[nodiscard]] applescript::EventError cannotMake(applescript::Value offender);
 [[nodiscard]] applescript::EventError notSimulated(std::string const& what, applescript::Value offender = {});
 }  // namespace failures
 
