@@ -1,11 +1,14 @@
 #include <QApplication>
 #include <QGuiApplication>
 #include <QSocketNotifier>
+#include <QStandardPaths>
+#include <QString>
 #include <QTimer>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,6 +18,10 @@
 #include "captureone/control/StoredPermission.h"
 #include "captureone/permissions/PermissionWatch.h"
 #include "captureone/permissions/PrivacyProgram.h"
+#include "captureone/pictures/DocumentFolders.h"
+#include "captureone/pictures/PictureSource.h"
+#include "captureone/pictures/PictureWriter.h"
+#include "captureone/processing/Processor.h"
 #include "captureone/scripting/EventGate.h"
 #include "captureone/scripting/ObjectModel.h"
 #include "captureone/window/MainWindow.h"
@@ -29,12 +36,14 @@ using morla::scriptingbus::ScriptingServer;
 enum ExitStatus : int { kDone = 0, kFailure = 1, kUsage = 2 };
 
 constexpr std::string_view kHelp =
-    "usage: captureone-sim [--help | --version]\n"
+    "usage: captureone-sim [--pictures DIR]\n"
+    "       captureone-sim --help | --version\n"
     "       captureone-sim --privacy [ADDRESS]\n"
     "\n"
     "A simulated Capture One: a window with documents and a tethered camera, scriptable over the session bus under "
     "the\n"
-    "name com.captureone.captureone16. `captureonectl` changes it from outside.\n"
+    "name com.captureone.captureone16. `captureonectl` changes it from outside. Its pictures are those in the folder\n"
+    "DIR, or drawn ones; what it processes is written as real files.\n"
     "\n"
     "--privacy shows the desktop's privacy permissions instead: who may control which application, record the screen,\n"
     "follow the keyboard. ADDRESS says on which page: x-apple.systempreferences:com.apple.preference.security?ANCHOR,\n"
@@ -66,9 +75,19 @@ void after(std::chrono::duration<double> delay, std::function<void()> then) {
   QTimer::singleShot(milliseconds, Qt::PreciseTimer, qApp, std::move(then));
 }
 
-int run() {
+/// Nothing for a folder that cannot be read or has no pictures; an empty name means drawn ones.
+std::shared_ptr<PictureSet const> picturesOf(QString const& folder) {
+  if (folder.isEmpty()) return std::make_shared<PictureSet const>();
+  auto set = picturesIn(folder);
+  return set && !set->files.empty() ? std::make_shared<PictureSet const>(*std::move(set)) : nullptr;
+}
+
+int run(QString const& pictureFolder) {
   ApplicationIdentity const identity;
-  Model model;
+  auto const pictures = picturesOf(pictureFolder);
+  if (pictures == nullptr) return fail(pictureFolder.toStdString() + " is no folder with pictures in it.");
+  auto const home = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation).toStdString();
+  Model model({home + "/" + identity.name, pictures});
   StoredPermission permission(morla::privacy::PermissionStore::ofUser(), identity.busName);
   Controls controls(model, permission);
   ObjectModel objects(model, identity, kDictionary, {quitSoon});
@@ -90,6 +109,9 @@ int run() {
   QGuiApplication::setDesktopFileName(QString::fromStdString(identity.busName));
   style::apply(application);
 
+  DocumentFolders const folders(model);
+  PictureWriter writer(pictures);
+  Processor const processor(model, {after, [&writer](auto const& job, auto written) { writer.write(job, written); }});
   MainWindow window(model, controls, QString::fromStdString(identity.name));
   auto const control =
       ControlService::open(opened.server->connection(), controls, {[&window] { window.settle(); }, quitSoon});
@@ -119,9 +141,11 @@ int main(int argc, char** argv) {
     return tell("captureone-sim " MORLA_VERSION "\n", stdout, kDone);
   }
   bool const isPrivacy = (argc == 2 || argc == 3) && std::string_view(argv[1]) == "--privacy";
-  if (argc != 1 && !isPrivacy) return tell(kHelp, stderr, kUsage);
+  bool const hasPictures = argc == 3 && std::string_view(argv[1]) == "--pictures" && *argv[2] != '\0';
+  if (argc != 1 && !isPrivacy && !hasPictures) return tell(kHelp, stderr, kUsage);
   if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM")) {
     return fail("There is no display.");
   }
-  return isPrivacy ? runPrivacy(argc == 3 ? argv[2] : "") : run();
+  if (isPrivacy) return runPrivacy(argc == 3 ? argv[2] : "");
+  return run(hasPictures ? QString::fromLocal8Bit(argv[2]) : QString());
 }
