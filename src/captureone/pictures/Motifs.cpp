@@ -120,6 +120,8 @@ void portrait(QPainter& painter, QSizeF canvas, Variation& variation) {
   QPainterPath shoulders(QPointF(middle - 0.95, canvas.height()));
   shoulders.cubicTo(middle - 0.9, canvas.height() * 0.68, middle - 0.3, canvas.height() * 0.68, middle - 0.2,
                     canvas.height() * 0.58);
+  shoulders.lineTo(middle - 0.2, canvas.height() * 0.48);
+  shoulders.lineTo(middle + 0.2, canvas.height() * 0.48);
   shoulders.lineTo(middle + 0.2, canvas.height() * 0.58);
   shoulders.cubicTo(middle + 0.3, canvas.height() * 0.68, middle + 0.9, canvas.height() * 0.68, middle + 0.95,
                     canvas.height());
@@ -200,7 +202,8 @@ QImage drawMotif(std::size_t picture, QSize size) {
   Variation variation;
   // Steps of the golden ratio: colours of neighbours are far apart, and none comes twice.
   variation.hue = std::fmod(double(round) * std::numbers::phi, 1.0);
-  variation.random.seed(static_cast<std::uint32_t>(picture + 1));
+  // Seeds that follow each other begin alike.
+  variation.random.seed(static_cast<std::uint32_t>((picture + 1) * 2654435761U));
   QPainter painter(&image);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
