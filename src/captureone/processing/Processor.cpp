@@ -17,8 +17,10 @@ bool Processor::isReady(OutputJob const& job) const {
 void Processor::proceed() {
   // Finishing a file is a change as well, and with it we are here again.
   if (std::exchange(isProceeding_, true)) return;
+  auto const& queue = model_.queue();
+  if (state_ == State::waiting && (queue.find(waitsFor_) == nullptr || queue.delay() != waits_)) endWait();
   while (state_ == State::idle) {
-    auto const* job = model_.queue().next([this](OutputJob const& each) { return isReady(each); });
+    auto const* job = queue.next([this](OutputJob const& each) { return isReady(each); });
     if (job == nullptr) break;
     begin(*job);
   }
@@ -26,20 +28,27 @@ void Processor::proceed() {
 }
 
 void Processor::begin(OutputJob const& job) {
-  auto const delay = model_.queue().delay();
-  if (delay.count() == 0) {
+  waits_ = model_.queue().delay();
+  if (waits_.count() == 0) {
     write(job.id);
     return;
   }
   state_ = State::waiting;
-  world_.after(delay, life_.weak([this, id = job.id] {
-    state_ = State::idle;
-    // The queue may have been emptied or held up meanwhile.
-    auto const* waited = model_.queue().find(id);
+  waitsFor_ = job.id;
+  world_.after(waits_, life_.weak([this, wait = ++wait_] {
+    if (wait != wait_ || state_ != State::waiting) return;
+    endWait();
+    // Held up meanwhile, it waits again later.
+    auto const* waited = model_.queue().find(waitsFor_);
     bool const isHeld = model_.queue().stall() == ProcessingQueue::Stall::on;
-    if (waited != nullptr && !isHeld && isReady(*waited)) write(id);
+    if (waited != nullptr && !isHeld && isReady(*waited)) write(waited->id);
     proceed();
   }));
+}
+
+void Processor::endWait() {
+  state_ = State::idle;
+  ++wait_;
 }
 
 void Processor::write(std::string const& id) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -11,7 +12,8 @@
 namespace morla::captureone {
 
 /// Works the processing queue off, one file at a time: waits as long as the queue says, has the file written, tells the
-/// queue what became of it. Main thread.
+/// queue what became of it. A wait ends when its file is not wanted any more, and begins anew when the queue says
+/// another time. Main thread.
 class Processor {
  public:
   using Written = std::function<void(std::optional<std::string> failure)>;
@@ -32,6 +34,7 @@ class Processor {
   /// Begins what can be begun.
   void proceed();
   void begin(OutputJob const& job);
+  void endWait();
   void write(std::string const& id);
   [[nodiscard]] bool isReady(OutputJob const& job) const;
 
@@ -39,6 +42,9 @@ class Processor {
   World world_;
   State state_ = State::idle;
   bool isProceeding_ = false;
+  std::uint64_t wait_ = 0;  ///< a timer of another wait comes too late
+  std::string waitsFor_;    ///< id of a job
+  ProcessingQueue::Seconds waits_{0};
   Subscription changes_;
   Lifetime life_;
 };

@@ -131,6 +131,28 @@ TEST_F(ProcessorTest, AnEmptiedQueueEndsAWaitAndAFileThatIsBeingWritten) {
   EXPECT_EQ(left(), 1u);
 }
 
+TEST_F(ProcessorTest, AWaitForAFileThatIsNotWantedAnyMoreHoldsNoOtherUp) {
+  model_.queue().setDelay(std::chrono::duration<double>(3600));
+  queue(1);
+  model_.reset();
+  queue(1);
+  EXPECT_EQ(begun_, 1u);
+  passTime();
+  EXPECT_EQ(begun_, 1u) << "the timer of the wait that was given up";
+}
+
+TEST_F(ProcessorTest, AnotherDelayCountsForTheFileThatWaits) {
+  model_.queue().setDelay(std::chrono::duration<double>(3600));
+  queue(2);
+  model_.queue().setDelay(std::chrono::duration<double>(1));
+  EXPECT_EQ(delays_, (std::vector{3600.0, 1.0}));
+  passTime();
+  EXPECT_EQ(begun_, 1u) << "both timers came, one of them too late";
+  model_.queue().setDelay(std::chrono::duration<double>(0));
+  finish();
+  EXPECT_EQ(begun_, 2u);
+}
+
 TEST_F(ProcessorTest, ADocumentWhoseQueueIsOffWaitsWhileOthersGoOn) {
   auto const first = model_.documents().current()->id;
   model_.documents().setCount(2);
