@@ -256,8 +256,10 @@ void KeyboardHook::passAndKeepKeyboard() {
   xcb_allow_events(owner(), XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
   roundTrip(owner());
   auto const cookie = xcb_grab_keyboard(next, 0, root_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
-  xcb_allow_events(next, XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
+  // The new grab keeps the keyboard frozen until the last request. The pointer goes before it: the server may serve
+  // the other connection between any two requests of this one, and the next key would find the pointer taken by us.
   if (hasPointer) xcb_ungrab_pointer(next, XCB_CURRENT_TIME);
+  xcb_allow_events(next, XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
   XcbOwned<xcb_grab_keyboard_reply_t> const keyboard(xcb_grab_keyboard_reply(next, cookie, nullptr));
   xcb_flush(next);
   owner_ = 1 - owner_;
