@@ -29,7 +29,10 @@ class Keyboard:
                                         ("XAutoRepeatOn", c_int, [c_void_p]), ("XAutoRepeatOff", c_int, [c_void_p]),
                                         ("XDefaultRootWindow", c_ulong, [c_void_p]),
                                         ("XGrabKey", c_int, [c_void_p, c_int, c_uint, c_ulong, c_int, c_int, c_int]),
-                                        ("XUngrabKey", c_int, [c_void_p, c_int, c_uint, c_ulong])):
+                                        ("XUngrabKey", c_int, [c_void_p, c_int, c_uint, c_ulong]),
+                                        ("XGrabPointer", c_int, [c_void_p, c_ulong, c_int, c_uint, c_int, c_int,
+                                                                 c_ulong, c_ulong, c_ulong]),
+                                        ("XUngrabPointer", c_int, [c_void_p, c_ulong])):
             function = getattr(self._x, name)
             function.restype, function.argtypes = result, arguments
         self._test.XTestFakeKeyEvent.argtypes = [c_void_p, c_uint, c_int, c_ulong]
@@ -97,6 +100,16 @@ class Keyboard:
 
     def give_back(self, name, modifiers):
         self._x.XUngrabKey(self._display, self.code(name), modifiers, self._x.XDefaultRootWindow(self._display))
+        self._x.XSync(self._display, 0)
+
+    def take_pointer(self):
+        """As another program does with an open menu, or while something is dragged in it."""
+        status = self._x.XGrabPointer(self._display, self._x.XDefaultRootWindow(self._display), 0, 0, 1, 1, 0, 0, 0)
+        if status != 0:
+            raise AssertionError(f"the pointer is refused: {status}")
+
+    def give_pointer_back(self):
+        self._x.XUngrabPointer(self._display, 0)
         self._x.XSync(self._display, 0)
 
 

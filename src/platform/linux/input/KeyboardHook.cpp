@@ -146,8 +146,11 @@ void KeyboardHook::handle(xcb_generic_event_t const& event, std::size_t connecti
   if (groupOf(before) != groupOf(state_)) isKeymapStale_ = true;
   auto const keymap = grabs_.keymap();
   // While the keyboard is ours, modifiers come as keys, in order with the others.
-  if (!swallowed_.empty() || keymap->flags(before) == keymap->flags(state_)) return;
-  auto const flags = keymap->flags(state_);
+  if (swallowed_.empty() && keymap->flags(before) != keymap->flags(state_)) tellFlags();
+}
+
+void KeyboardHook::tellFlags() {
+  auto const flags = grabs_.keymap()->flags(state_);
   loop_.post([link = link_, flags] {
     platform::KeyEvent const changed{KeyEventType::flagsChanged, kNoMacKey, flags, {}, false};
     if (link->decider != nullptr) (void)link->decider->decide(changed);
@@ -244,28 +247,52 @@ void KeyboardHook::pass() {
 }
 
 void KeyboardHook::passAndKeepKeyboard() {
-  auto* const next = connections_[1 - owner_].get();
-  // Freezes the queue of keys, so that none slips through between the replay and the next grab. Where another client
-  // has the pointer, quick typing may be put in another order.
-  XcbOwned<xcb_grab_pointer_reply_t> const pointer(
-      xcb_grab_pointer_reply(next,
-                             xcb_grab_pointer(next, 0, root_, 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC, XCB_NONE,
-                                              XCB_NONE, XCB_CURRENT_TIME),
-                             nullptr));
-  bool const hasPointer = pointer != nullptr && pointer->status == XCB_GRAB_STATUS_SUCCESS;
+  auto const other = 1 - owner_;
+  bool const hasPointer = grabPointer(connections_[other].get());
   xcb_allow_events(owner(), XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
   roundTrip(owner());
-  auto const cookie = xcb_grab_keyboard(next, 0, root_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
+  // With no lock the keys run. One of them may have come to the grab of a single key: on that connection the keyboard
+  // would be taken over with the key in it, unanswered, and each answer from there on be for the key after its own.
+  owner_ = hasPointer ? other : 1;
+  auto const cookie = xcb_grab_keyboard(owner(), 0, root_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
   // The new grab keeps the keyboard frozen until the last request. The pointer goes before it: the server may serve
   // the other connection between any two requests of this one, and the next key would find the pointer taken by us.
-  if (hasPointer) xcb_ungrab_pointer(next, XCB_CURRENT_TIME);
-  xcb_allow_events(next, XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
-  XcbOwned<xcb_grab_keyboard_reply_t> const keyboard(xcb_grab_keyboard_reply(next, cookie, nullptr));
-  xcb_flush(next);
-  owner_ = 1 - owner_;
-  hasKeyboard_ = keyboard != nullptr && keyboard->status == XCB_GRAB_STATUS_SUCCESS;
-  // Another client was quicker, and what becomes of the keys is its affair.
-  if (!hasKeyboard_) swallowed_.clear();
+  bool hasMissedKeys = false;
+  if (hasPointer) {
+    xcb_ungrab_pointer(owner(), XCB_CURRENT_TIME);
+  } else {
+    hasMissedKeys = forgetReleasedKeys();
+  }
+  if (swallowed_.empty()) {
+    xcb_ungrab_keyboard(owner(), XCB_CURRENT_TIME);
+  } else {
+    xcb_allow_events(owner(), XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
+  }
+  XcbOwned<xcb_grab_keyboard_reply_t> const keyboard(xcb_grab_keyboard_reply(owner(), cookie, nullptr));
+  xcb_flush(owner());
+  bool const isGranted = keyboard != nullptr && keyboard->status == XCB_GRAB_STATUS_SUCCESS;
+  // Refused: a key waits for us already, or another client was quicker, and what becomes of the keys is its affair.
+  if (!isGranted) swallowed_.clear();
+  hasKeyboard_ = !swallowed_.empty();
+  // To the chords it is as if a modifier had changed.
+  if (hasMissedKeys || !isGranted) tellFlags();
+}
+
+bool KeyboardHook::grabPointer(xcb_connection_t* connection) {
+  XcbOwned<xcb_grab_pointer_reply_t> const reply(
+      xcb_grab_pointer_reply(connection,
+                             xcb_grab_pointer(connection, 0, root_, 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC,
+                                              XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+                             nullptr));
+  return reply != nullptr && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+bool KeyboardHook::forgetReleasedKeys() {
+  XcbOwned<xcb_query_keymap_reply_t> const reply(xcb_query_keymap_reply(owner(), xcb_query_keymap(owner()), nullptr));
+  auto const isUp = [&](xcb_keycode_t key) {
+    return reply == nullptr || (reply->keys[key / 8U] & (1U << (key % 8U))) == 0;
+  };
+  return std::erase_if(swallowed_, isUp) != 0;
 }
 
 void KeyboardHook::giveUp() {

@@ -26,7 +26,9 @@ namespace morla::linux {
 /// cannot take it over from itself: its own replay drops the lock, and on one that is not its own a frozen grab is
 /// refused.) The server undoes all of it when this program ends, however it ends.
 ///
-/// While another client has the whole keyboard for itself, or a program before us has the key, nothing is seen.
+/// While another client has the whole keyboard for itself, or a program before us has the key, nothing is seen. While
+/// another has the pointer (an open menu, something dragged) there is no such lock: chord keys typed quicker than they
+/// are answered may reach the application then.
 class KeyboardHook {
  public:
   /// Asked on the main thread, on a turn of the loop for each event.
@@ -68,9 +70,15 @@ class KeyboardHook {
   /// Nothing when no decision came in time.
   [[nodiscard]] std::optional<platform::TapDecision> ask(platform::KeyEvent const& event);
   void tell(void (*what)(Decider&));
+  void tellFlags();
   void swallow();
   void pass();
   void passAndKeepKeyboard();
+  /// Freezes the queue of keys, so that none slips through between a replay and the next grab. Not when another client
+  /// has the pointer.
+  [[nodiscard]] bool grabPointer(xcb_connection_t* connection);
+  /// Of the swallowed keys those that have come up unseen; gives whether there are any.
+  [[nodiscard]] bool forgetReleasedKeys();
   void giveUp();
   void roundTrip(xcb_connection_t* connection);
   [[nodiscard]] xcb_connection_t* owner() const { return connections_[owner_].get(); }
