@@ -284,6 +284,13 @@ def _(bench):
     return [Row("a round, back to back", "ms", ours, bare, BARE, Mark(5))]
 
 
+@measurement("export", "the export script")
+def _(bench):
+    lines = bench.lines("bench_export", str(bench.count(50, 2)))
+    ours, shell = ([float(each[1]) / 1000 for each in lines if each[0] == what] for what in ("script", "shell"))
+    return [Row("the export script", "ms", ours, shell, "its two shell commands", Mark(60))]
+
+
 def benchmarked(bench, program):
     """What a program of Google Benchmark's measured, by name, in milliseconds."""
     argv = [bench.path(program), "--benchmark_format=json", f"--benchmark_repetitions={bench.count(9, 1)}",
