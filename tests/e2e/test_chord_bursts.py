@@ -12,7 +12,7 @@ from lib.morlatest import main
 from lib.relay import Relay
 
 EVENTS = 1500
-SEEDS = int(os.environ.get("MORLA_CHORD_SEEDS", "3"))
+SEEDS = int(os.environ.get("MORLA_CHORD_SEEDS", "2"))
 MODIFIERS = {"Super_L": COMMAND, "Shift_L": SHIFT, "Alt_L": OPTION, "Control_L": CONTROL}
 KEYS = "abklm"
 # Settings' names in the order in which the chords are registered at start-up.
