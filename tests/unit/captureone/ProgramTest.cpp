@@ -17,6 +17,7 @@
 #include "scriptingbus/AppleEventClient.h"
 #include "support/CapturedProcess.h"
 #include "support/PrivateBus.h"
+#include "support/TemporaryFolder.h"
 
 namespace morla::captureone {
 namespace {
@@ -75,6 +76,8 @@ class ProgramTest : public ::testing::Test {
     return value == nullptr ? Value("(error)") : *value;
   }
 
+  support::TemporaryFolder home_;  // documents have folders there
+  EnvironmentVariable homeVariable_{"HOME", home_.path().string()};
   EnvironmentVariable platform_{"QT_QPA_PLATFORM", "offscreen"};  // before the bus, which hands it to what it starts
   PrivateBus bus_;
   scriptingbus::ConnectionPool pool_;
@@ -93,6 +96,19 @@ TEST_F(ProgramTest, SaysWhatItIsAndHowItIsUsedWithoutABusOrAScreen) {
     EXPECT_EQ(wrong.status, 2) << program;
     EXPECT_THAT(wrong.errors, HasSubstr("usage: ")) << program;
   }
+}
+
+TEST_F(ProgramTest, DocumentsHaveTheirFoldersAmongTheUsersPictures) {
+  auto const simulator = start();
+  auto const captures = get("captures");
+  EXPECT_TRUE(captures.starts_with(home_.path().string())) << captures;
+  EXPECT_TRUE(std::filesystem::is_directory(captures)) << captures;
+}
+
+TEST_F(ProgramTest, PicturesNeedAFolder) {
+  EXPECT_EQ(Process({MORLA_SIMULATOR_PROGRAM, "--pictures"}).finish().status, 2);
+  EXPECT_EQ(Process({MORLA_SIMULATOR_PROGRAM, "--pictures", ""}).finish().status, 2);
+  EXPECT_EQ(Process({MORLA_SIMULATOR_PROGRAM, "--pictures", home_.path().string()}).finish().status, 1);
 }
 
 TEST_F(ProgramTest, TheControlToolRefusesWrongUsage) {
