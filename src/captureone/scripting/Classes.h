@@ -26,6 +26,7 @@ inline constexpr applescript::Code kVariant{"cvar"};
 inline constexpr applescript::Code kRecipe{"COrp"};
 inline constexpr applescript::Code kJob{"CQjb"};
 inline constexpr applescript::Code kExamined{"exmn"};  ///< the object that a test is about
+inline constexpr applescript::Code kClass{"pcls"};
 inline constexpr applescript::Code kName{"pnam"};
 inline constexpr applescript::Code kId{"ID"};
 inline constexpr applescript::Code kCameraOfDocument{"COco"};

@@ -21,6 +21,14 @@ using applescript::SpecifierPointer;
 using applescript::TypeCode;
 using applescript::Value;
 
+namespace {
+
+/// What every object has, and no table says.
+Terms::Property const kClassOfObject{"item", "class", codes::kClass, "any", true, false};
+Terms::Property const kPropertiesOfObject{"item", "properties", Code("pALL"), "record", true, false};
+
+}  // namespace
+
 struct Resolver::Request {
   Specifier const& specifier;
   Value const& value;  ///< the same specifier, as errors name it
@@ -69,7 +77,23 @@ ServedClass* Resolver::served(Code code) const {
   return found == classes_.end() ? nullptr : found->get();
 }
 
+Reading Resolver::readAll(ObjectReference const& object, Value const& offender) const {
+  Record all{{codes::kClass, TypeCode{object.type}}};
+  auto const* type = terms_.findClass(object.type);
+  for (auto const& each : terms_.dictionary().properties) {
+    if (type == nullptr || each.ownerClass != type->name || !each.isReadable) continue;
+    auto reading = read({object, &each}, offender);
+    if (auto* error = std::get_if<EventError>(&reading)) return *std::move(error);
+    auto const* held = std::get_if<ObjectReference>(&std::get<Content>(reading));
+    all.push_back({each.code, held == nullptr ? std::get<Value>(std::get<Content>(std::move(reading)))
+                                              : served(held->type)->specifier(*held)});
+  }
+  return Value(std::move(all));
+}
+
 Reading Resolver::read(PropertyReference const& reference, Value const& offender) const {
+  if (reference.property == &kClassOfObject) return Value(TypeCode{reference.owner.type});
+  if (reference.property == &kPropertiesOfObject) return readAll(reference.owner, offender);
   if (!reference.property->isReadable) return failures::cannotGet(offender);
   auto const* owner = served(reference.owner.type);
   if (owner == nullptr) return failures::notSimulated("such class", offender);
@@ -151,6 +175,10 @@ std::variant<Found, EventError> Resolver::elementsThatPass(Request const& reques
 std::variant<Found, EventError> Resolver::property(Request const& request, ObjectReference const& container) const {
   auto const* code = request.specifier.selector.as<TypeCode>();
   auto const* found = code == nullptr ? nullptr : terms_.findProperty(container.type, code->code);
+  if (code != nullptr && found == nullptr) {
+    if (code->code == kClassOfObject.code) found = &kClassOfObject;
+    if (code->code == kPropertiesOfObject.code) found = &kPropertiesOfObject;
+  }
   if (found == nullptr) return failures::cannotGet(request.value);
   return Found{Found::Number::one, {PropertyReference{container, found}}};
 }

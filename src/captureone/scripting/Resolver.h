@@ -60,6 +60,8 @@ class Resolver {
                                                                            ObjectReference const& container) const;
   [[nodiscard]] std::variant<Found, applescript::EventError> elementsThatPass(
       Request const& request, std::vector<ObjectReference> const& all) const;
+  /// Every property of the object in one record.
+  [[nodiscard]] Reading readAll(ObjectReference const& object, applescript::Value const& offender) const;
   /// What an operand of a test means.
   [[nodiscard]] Reading operand(applescript::Value const& value, Request const& request,
                                 ObjectReference const& examined) const;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
@@ -332,6 +333,26 @@ TEST_F(GalleryScriptingTest, ACatalogProcessesOnceItHasAnOutputFolder) {
   EXPECT_EQ(value(set(property("COof", document()), "/Users/me/Out")), Value());
   EXPECT_EQ(error(process(every(codes::kVariant))), 0);
   EXPECT_EQ(model_.queue().jobs().front().folder, "/Users/me/Out/Pleine taille");
+}
+
+TEST_F(GalleryScriptingTest, EveryObjectTellsItsClassAndAllItsProperties) {
+  model_.cameras().setCount(0);  // no object of a document is missing from its record, be it missing value
+  for (auto const& each :
+       {document(), recipe(std::int64_t{1}), pick(codes::kVariant, KeyForm::index, std::int64_t{2}, document())}) {
+    auto const type = value(get(property("pcls", each)));
+    ASSERT_NE(type.as<TypeCode>(), nullptr);
+    auto const* known = objects_.terms().findClass(type.as<TypeCode>()->code);
+    ASSERT_NE(known, nullptr);
+    auto const all = value(get(property("pALL", each)));
+    ASSERT_NE(all.as<Record>(), nullptr) << known->name;
+    auto const& terms = objects_.terms().dictionary().properties;
+    EXPECT_EQ(all.as<Record>()->size(),
+              static_cast<std::size_t>(std::ranges::count(terms, known->name, &Terms::Property::ownerClass)) + 1);
+    EXPECT_EQ(all.as<Record>()->front().value, type);
+    EXPECT_EQ(error(set(property("pALL", each), Record{})), -10003);
+    EXPECT_EQ(error(set(property("pcls", each), type)), -10003);
+  }
+  EXPECT_EQ(value(get(property("pcls", every(codes::kRecipe)))), Value(List(3, Value(TypeCode{codes::kRecipe}))));
 }
 
 TEST_F(GalleryScriptingTest, FurtherVariantsShareTheImageOfTheirPicture) {
