@@ -38,6 +38,7 @@ struct AppleEvent {
   std::vector<std::pair<Code, Value>> parameters = {};
   std::chrono::milliseconds timeout = kDefaultReplyTimeout;
   Considerations considerations = {};
+  bool wantsReply = true;  ///< else nobody waits for the application, and what it answers is lost
 };
 
 struct EventError {

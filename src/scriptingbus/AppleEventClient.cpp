@@ -80,6 +80,12 @@ EventReply AppleEventClient::send(std::string const& busName, AppleEvent const& 
   auto const call = newApplicationCall(lease->bus(), *owner, kScriptingInterface, "Send");
   if (call == nullptr) return connectionInvalid();
   if (auto const problem = writeEvent(call.get(), event)) return *problem;
+  if (!event.wantsReply) {
+    bool const isSent = sd_bus_message_set_expect_reply(call.get(), 0) >= 0 &&
+                        sd_bus_send(lease->bus(), call.get(), nullptr) >= 0 && sd_bus_flush(lease->bus()) >= 0;
+    if (!isSent) return connectionInvalid();
+    return applescript::Value();
+  }
   BusError error;
   sd_bus_message* reply = nullptr;
   int const result = sd_bus_call(lease->bus(), call.get(), microseconds(event.timeout), error.out(), &reply);

@@ -34,8 +34,8 @@ class AppleEventClient {
   /// What becomes of an event to an application that does not run.
   enum class Launching { asNeeded, never };
 
-  /// Sends `event` and waits for its reply, at most for the event's timeout. When nobody owns `busName`, the bus is
-  /// told to start the application, unless it never shall. Errors of the way there:
+  /// Sends `event` and waits for its reply, at most for the event's timeout; not at all when it wants none. When nobody
+  /// owns `busName`, the bus is told to start the application, unless it never shall. Errors of the way there:
   ///
   ///     -600   it does not run and cannot or shall not be started
   ///     -609   it went while the reply was due

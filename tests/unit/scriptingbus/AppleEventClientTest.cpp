@@ -92,6 +92,17 @@ TEST_F(AppleEventClientTest, WaitsForADelayedReplyWhileOtherEventsAreAnswered) {
   EXPECT_TRUE(std::get<Value>(waiting.get()) == Value("freed"));
 }
 
+TEST_F(AppleEventClientTest, WaitsForNoReplyThatNobodyWants) {
+  HoldingHandler holding;
+  ServerThread const server(servedAs(kName), holding.handler());
+  auto arrived = holding.nextHold();
+  auto event = eventNamed("hold"_code);
+  event.wantsReply = false;
+  EXPECT_EQ(errorNumber(client_.send(kName, event)), 0);
+  arrived.wait();
+  EXPECT_EQ(errorNumber(client_.send(kName, eventNamed("free"_code))), 0);
+}
+
 TEST_F(AppleEventClientTest, GivesUpOnASilentApplicationAfterTheEventsTimeout) {
   HoldingHandler holding;
   ServerThread const server(servedAs(kName), holding.handler());
