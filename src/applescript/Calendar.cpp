@@ -48,9 +48,8 @@ template <std::size_t N>
 /// Reads a date word by word; what comes first decides what a number is.
 class DateReader {
  public:
-  explicit DateReader(std::int64_t today) : parts_(partsOf(today)) {
-    parts_.hours = parts_.minutes = parts_.seconds = 0;
-  }
+  /// `standard`: what is taken where the text says nothing.
+  explicit DateReader(DateParts const& standard) : parts_(standard) {}
 
   [[nodiscard]] std::optional<std::int64_t> read(std::string_view text) {
     while (!text.empty()) {
@@ -92,6 +91,7 @@ class DateReader {
     if (hasTime_) return false;
     hasTime_ = true;
     parts_.hours = hours;
+    parts_.minutes = parts_.seconds = 0;
     for (std::int64_t* part : {&parts_.minutes, &parts_.seconds}) {
       if (!text.starts_with(':')) break;
       text.remove_prefix(1);
@@ -110,7 +110,12 @@ class DateReader {
     if (word == "at" || word == "t" || indexOf(kWeekdays, word) != 0) return true;
     if (word == "am" || word == "pm") {
       half_ = word;
-      return true;
+      if (hasTime_ || numbers_.empty()) return hasTime_;
+      // "3 PM"
+      std::int64_t const hours = numbers_.back();
+      numbers_.pop_back();
+      std::string_view none;
+      return takeTime(hours, none);
     }
     std::int64_t const month = indexOf(kMonths, word);
     if (month == 0 || hasMonth_) return false;
@@ -187,6 +192,14 @@ std::optional<std::int64_t> secondsOf(DateParts const& parts) {
   return static_cast<std::int64_t>(seconds);
 }
 
+std::string isoText(std::int64_t seconds) {
+  DateParts const parts = partsOf(seconds);
+  std::string const year = std::to_string(parts.year);
+  return std::string(4 - std::min<std::size_t>(year.size(), 4), '0') + year + "-" + twoDigits(parts.month) + "-" +
+         twoDigits(parts.day) + "T" + twoDigits(parts.hours) + ":" + twoDigits(parts.minutes) + ":" +
+         twoDigits(parts.seconds);
+}
+
 std::string dateString(std::int64_t seconds) {
   DateParts const parts = partsOf(seconds);
   return std::string(weekdayName(parts.weekday)) + ", " + std::string(monthName(parts.month)) + " " +
@@ -210,7 +223,13 @@ std::string dateText(Date const& date) {
 }
 
 std::optional<std::int64_t> parseDate(std::string_view text, std::int64_t today) {
-  return DateReader(today).read(text);
+  DateParts midnight = partsOf(today);
+  midnight.hours = midnight.minutes = midnight.seconds = 0;
+  return DateReader(midnight).read(text);
+}
+
+std::optional<std::int64_t> parseRelativeDate(std::string_view text, std::int64_t base) {
+  return DateReader(partsOf(base)).read(text);
 }
 
 std::string_view monthName(std::int64_t month) {

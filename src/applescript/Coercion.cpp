@@ -8,6 +8,7 @@
 #include "applescript/Describe.h"
 #include "applescript/ScriptError.h"
 #include "applescript/ScriptInstance.h"
+#include "applescript/Units.h"
 
 namespace morla::applescript {
 namespace {
@@ -50,6 +51,18 @@ constexpr double kLargestInteger = 536870911;
   double const rounded = std::nearbyint(*number->as<double>());
   if (!(std::abs(rounded) <= kLargestInteger)) return std::nullopt;
   return static_cast<std::int64_t>(rounded);
+}
+
+[[nodiscard]] std::optional<Datum> toMeasure(Datum const& datum, Code unit) {
+  if (auto const* measure = datum.as<Measure>()) {
+    std::optional<double> const amount = convertedMeasure(*measure, unit);
+    if (!amount) return std::nullopt;
+    return Measure{unit, *amount};
+  }
+  std::optional<Datum> const number = coercedToNumber(datum);
+  if (!number) return std::nullopt;
+  auto const* integer = number->as<std::int64_t>();
+  return Measure{unit, integer == nullptr ? *number->as<double>() : static_cast<double>(*integer)};
 }
 
 [[nodiscard]] std::optional<Datum> toBoolean(Datum const& datum) {
@@ -165,6 +178,7 @@ Datum dereferenced(Datum datum) {
 std::optional<Datum> coercedToNumber(Datum const& datum) {
   if (datum.as<std::int64_t>() != nullptr || datum.as<double>() != nullptr) return datum;
   if (auto const* text = datum.as<Text>()) return numberIn(text->view());
+  if (auto const* measure = datum.as<Measure>()) return measure->amount;
   return std::nullopt;
 }
 
@@ -180,6 +194,7 @@ std::optional<std::string> coercedToText(Datum const& datum, RunState& state, st
   if (auto const* file = datum.as<FileUrl>()) return hfsPath(file->path);
   if (auto const* alias = datum.as<Alias>()) return hfsPath(alias->path);
   if (auto const* date = datum.as<Date>()) return dateText(*date);
+  if (auto const* measure = datum.as<Measure>()) return textOfReal(measure->amount);
   if (datum.as<ItemReference>() != nullptr) return coercedToText(dereferenced(datum), state, depth + 1);
   auto const* list = datum.as<ListReference>();
   if (list == nullptr) return std::nullopt;
@@ -229,6 +244,12 @@ std::optional<Datum> coerced(Datum const& original, Code type, RunState& state) 
     if (text == nullptr && filePath(datum)) result = FileUrl{*filePath(datum)};
   } else if (type == "ldt "_code) {
     result = toDate(datum, state);
+  } else if (type == "isot"_code && datum.as<Date>() != nullptr) {
+    result = Datum(isoText(*datum.as<Date>()->seconds));
+  } else if (unitWithCode(type) != nullptr) {
+    result = toMeasure(datum, type);
+  } else if (type == "cRGB"_code && datum.as<ListReference>() != nullptr) {
+    result = datum;
   } else if (type == "enum"_code && datum.as<Enumerator>() != nullptr) {
     result = datum;
   } else if (type == "obj "_code && datum.as<ApplicationObject>() != nullptr) {
@@ -267,6 +288,7 @@ Code classOf(Datum const& datum) {
     Code operator()(HandlerValue const&) const { return "hand"_code; }
     Code operator()(Language) const { return "capp"_code; }
     Code operator()(Date const&) const { return "ldt "_code; }
+    Code operator()(Measure const& measure) const { return measure.unit; }
     Code operator()(ActivationReference const&) const { return "null"_code; }
     Code operator()(InsertionPoint const&) const { return "insl"_code; }
   };
@@ -286,6 +308,10 @@ Datum coerce(Datum const& datum, Code type, RunState& state) {
   std::optional<Datum> result = coerced(datum, type, state);
   if (!result) raiseCannotMake(datum, type, state);
   return *std::move(result);
+}
+
+double coerceToReal(Datum const& datum, RunState& state) {
+  return *coerce(datum, "doub"_code, state).as<double>();
 }
 
 bool coerceToBoolean(Datum const& datum, RunState& state) {

@@ -19,6 +19,7 @@ namespace morla::applescript {
 
 /// The same, but raise -1700.
 [[nodiscard]] Datum coerce(Datum const& datum, Code type, RunState& state);
+[[nodiscard]] double coerceToReal(Datum const& datum, RunState& state);
 [[nodiscard]] bool coerceToBoolean(Datum const& datum, RunState& state);
 [[nodiscard]] std::int64_t coerceToInteger(Datum const& datum, RunState& state);
 [[noreturn]] void raiseCannotMake(Datum const& datum, Code type, RunState const& state);

@@ -153,6 +153,7 @@ namespace {
   if (auto const* alias = a.as<Alias>()) return *alias == *b.as<Alias>();
   if (auto const* script = a.as<ScriptReference>()) return *script == *b.as<ScriptReference>();
   if (auto const* handler = a.as<HandlerValue>()) return handler->handler == b.as<HandlerValue>()->handler;
+  if (auto const* measure = a.as<Measure>()) return *measure == *b.as<Measure>();
   if (auto const* date = a.as<Date>()) return *date->seconds == *b.as<Date>()->seconds;
   return a.isNull() || a.as<Language>() != nullptr;
 }

@@ -131,6 +131,13 @@ struct Date {
   std::shared_ptr<std::int64_t> seconds;  ///< never null
 };
 
+/// A number in a unit of measure.
+struct Measure {
+  Code unit;
+  double amount = 0;
+  friend bool operator==(Measure const&, Measure const&) = default;
+};
+
 /// A place to put something: 'bgng', 'end ', 'befo' or 'afte' of an object.
 struct InsertionPoint {
   Code position;
@@ -138,9 +145,10 @@ struct InsertionPoint {
 };
 
 struct Datum {
-  using Data = std::variant<Null, bool, std::int64_t, double, Text, TypeCode, Enumerator, FileUrl, Alias, ListReference,
-                            RecordReference, ApplicationObject, ItemReference, InsertionPoint, VariableReference,
-                            PropertyReference, ScriptReference, HandlerValue, Language, Date, ActivationReference>;
+  using Data =
+      std::variant<Null, bool, std::int64_t, double, Text, TypeCode, Enumerator, FileUrl, Alias, ListReference,
+                   RecordReference, ApplicationObject, ItemReference, InsertionPoint, VariableReference,
+                   PropertyReference, ScriptReference, HandlerValue, Language, Date, Measure, ActivationReference>;
   Data data;
 
   Datum() = default;

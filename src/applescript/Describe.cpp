@@ -8,6 +8,7 @@
 #include "applescript/Calendar.h"
 #include "applescript/Coercion.h"
 #include "applescript/ScriptInstance.h"
+#include "applescript/Units.h"
 
 namespace morla::applescript {
 namespace {
@@ -75,6 +76,9 @@ class Describer {
   }
   [[nodiscard]] std::string of(Language, std::size_t) const { return "current application"; }
   [[nodiscard]] std::string of(Date const& value, std::size_t) const { return "date " + quoted(dateText(value)); }
+  [[nodiscard]] std::string of(Measure const& value, std::size_t) const {
+    return typeName(value.unit, *state_) + " " + textOfReal(value.amount);
+  }
   [[nodiscard]] std::string of(ActivationReference const&, std::size_t) const { return "null"; }
   [[nodiscard]] std::string of(InsertionPoint const& value, std::size_t depth) const {
     static constexpr auto kWords = std::to_array<std::pair<std::string_view, std::string_view>>(
@@ -186,26 +190,31 @@ std::string textOfReal(double number) {
   if (number == 0) return "0.0";
   std::array<char, 40> buffer{};
   double const size = std::abs(number);
-  // Eleven digits behind the first: the digits that a twelve-digit print would keep.
-  std::snprintf(buffer.data(), buffer.size(), "%.11e", number);
+  auto const withoutZeros = [](std::string digits) {
+    while (digits.ends_with('0') && !digits.ends_with(".0")) digits.pop_back();
+    return digits;
+  };
+  // Fifteen digits are what a double always keeps.
+  constexpr int kDigits = 15;
+  std::snprintf(buffer.data(), buffer.size(), "%.*e", kDigits - 1, number);
   std::string const digits = buffer.data();
   std::size_t const exponentAt = digits.find('e');
   int const exponent = std::stoi(digits.substr(exponentAt + 1));
   if (size >= 10000 || size <= 0.0001 || exponent >= 4) {
-    std::string mantissa = digits.substr(0, exponentAt);
-    while (mantissa.ends_with('0') && !mantissa.ends_with(".0")) mantissa.pop_back();
-    return mantissa + "E" + (exponent < 0 ? "-" : "+") + std::to_string(std::abs(exponent));
+    return withoutZeros(digits.substr(0, exponentAt)) + "E" + (exponent < 0 ? "-" : "+") +
+           std::to_string(std::abs(exponent));
   }
-  std::snprintf(buffer.data(), buffer.size(), "%.12g", number);
-  std::string plain = buffer.data();
-  if (plain.find('.') == std::string::npos) plain += ".0";
-  return plain;
+  // Twelve places behind the point, so that 0.1 + 0.2 is 0.3.
+  constexpr int kPlaces = 12;
+  std::snprintf(buffer.data(), buffer.size(), "%.*f", std::min(kPlaces, kDigits - 1 - exponent), number);
+  return withoutZeros(buffer.data());
 }
 
 std::string typeName(Code type, RunState const& state) {
   if (type == "msng"_code) return "missing value";
   if (type == "alis"_code) return "alias";
   if (type == "TEXT"_code || type == "utxt"_code || type == "ctxt"_code) return "text";
+  if (Unit const* unit = unitWithCode(type)) return std::string(unit->name);
   if (auto name = standardTerms().className(type)) return *name;
   if (auto name = state.applications.className(type)) return *name;
   return "«class " + type.text() + "»";

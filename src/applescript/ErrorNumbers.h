@@ -19,7 +19,11 @@ inline constexpr std::int64_t kValueTooLarge = -2708;
 inline constexpr std::int64_t kInvalidDate = -30720;
 inline constexpr std::int64_t kCannotGoAfter = -2740;
 inline constexpr std::int64_t kUnexpectedWord = -2741;
+inline constexpr std::int64_t kParameterTwice = -2750;
+inline constexpr std::int64_t kPropertyTwice = -2751;
+inline constexpr std::int64_t kHandlerTwice = -2752;
 inline constexpr std::int64_t kUndefinedVariable = -2753;
 inline constexpr std::int64_t kExitOutsideRepeat = -2755;
+inline constexpr std::int64_t kNoResult = -2763;
 
 }  // namespace morla::applescript::errors

@@ -90,6 +90,7 @@ class Evaluator {
 
   // EvaluatorExpressions.cpp
   [[nodiscard]] Datum evaluate(Expression const& expression);
+  [[nodiscard]] Datum needed(Expression const& expression);
   [[nodiscard]] Place locate(Expression const& expression);
   [[nodiscard]] Datum locateValue(Expression const& expression) { return locate(expression).datum; }
   [[nodiscard]] Place at(tree::Literal const& node);
@@ -109,6 +110,7 @@ class Evaluator {
   [[nodiscard]] Place at(tree::InsertionPlace const& node);
   [[nodiscard]] Place at(tree::ApplicationNamed const& node);
   [[nodiscard]] Place at(tree::PosixFile const& node);
+  [[nodiscard]] Place at(tree::RelativeDate const& node);
   void bind(Expression const& pattern, Datum const& value);
   [[nodiscard]] Place at(tree::TheLanguage const& node);
   [[nodiscard]] bool condition(Expression const& expression);
@@ -162,6 +164,37 @@ class Evaluator {
   [[nodiscard]] Datum characterWithId(Datum const& id);
   [[nodiscard]] Datum pathTo(tree::Command const& node);
   [[nodiscard]] Datum runScriptText(tree::Command const& node);
+  [[nodiscard]] Datum loadScript(tree::Command const& node);
+  [[nodiscard]] Script const& compiled(Datum const& source);
+  [[nodiscard]] Datum clipboardCommand(tree::Command const& node);
+  [[nodiscard]] Datum systemInformation();
+  void wait(tree::Command const& node);
+  [[nodiscard]] Datum coercedAsAsked(tree::Command const& node, Datum const& value);
+
+  // EvaluatorFiles.cpp
+  /// How far `read` goes on, and how much of that its value has, in bytes.
+  struct Extent {
+    std::size_t taken = 0;
+    std::size_t wanted = 0;
+  };
+  [[nodiscard]] static bool isFileCommand(tree::Command const& node);
+  [[nodiscard]] Datum fileCommand(tree::Command const& node);
+  [[nodiscard]] HostFiles& files();
+  [[nodiscard]] std::string pathOf(Datum const& file);
+  [[nodiscard]] OpenFiles::File fileOf(Datum const& file, std::optional<std::int64_t>& number);
+  [[nodiscard]] std::size_t sizeOf(std::string const& path);
+  [[nodiscard]] Datum openForAccess(tree::Command const& node);
+  void closeAccess(tree::Command const& node);
+  [[nodiscard]] std::size_t offsetIn(Expression const& place, std::size_t size);
+  [[nodiscard]] Extent extentToRead(tree::Command const& node, std::string const& path, std::size_t start,
+                                    std::size_t size);
+  [[nodiscard]] Datum readFile(tree::Command const& node);
+  [[nodiscard]] Datum readValue(tree::Command const& node, std::string const& bytes);
+  void writeFile(tree::Command const& node);
+  void setFileSize(tree::Command const& node);
+  [[nodiscard]] Datum informationAbout(tree::Command const& node);
+  [[nodiscard]] Datum folderNames(tree::Command const& node);
+  [[nodiscard]] std::string scriptText(Datum const& file);
 
   // EvaluatorCommands.cpp
   [[nodiscard]] Expression const& parameter(tree::Command const& node, Code code) const;

@@ -1,6 +1,7 @@
 #include "applescript/Calendar.h"
 #include "applescript/Coercion.h"
 #include "applescript/Describe.h"
+#include "applescript/ErrorTexts.h"
 #include "applescript/Evaluator.h"
 
 namespace morla::applescript {
@@ -33,8 +34,12 @@ Datum Evaluator::send(TargetApplication& application, AppleEvent event) {
   requireLocated(application);
   event.timeout = timeout_;
   event.considerations = state_->considerations;
+  bool const asks = event.eventClass == "core"_code &&
+                    (event.eventId == "getd"_code || event.eventId == "cnte"_code || event.eventId == "doex"_code);
+  event.wantsReply = asks || !state_->ignoresResponses;
   std::shared_ptr<TargetApplication> const shared = state_->applications.named(application.reference);
   EventReply const reply = state_->host.send(*application.information, event);
+  if (!event.wantsReply) return {};
   if (auto const* error = std::get_if<EventError>(&reply)) raiseReply(shared, *error, event);
   return toDatum(std::get<Value>(reply), shared);
 }
@@ -43,19 +48,13 @@ Datum Evaluator::send(TargetApplication& application, AppleEvent event) {
 [[nodiscard]] static std::string defaultMessage(std::int64_t number, std::string const& object,
                                                 std::string const& applicationName, std::string const& command) {
   switch (number) {
-    case errors::kApplicationNotRunning:
-      return "Application isn’t running.";
-    case errors::kConnectionInvalid:
-      return "Connection is invalid.";
     case errors::kCannotCoerce:
-      return object.empty() ? "Can’t make some data into the expected type."
-                            : "Can’t make " + object + " into the expected type.";
+      if (object.empty()) break;
+      return "Can’t make " + object + " into the expected type.";
     case errors::kParameterMissing:
       return "Some parameter is missing for “" + command + "”.";
     case errors::kEventNotHandled:
       return (object.empty() ? "«script»" : object) + " doesn’t understand the “" + command + "” message.";
-    case errors::kTimedOut:
-      return "AppleEvent timed out.";
     case errors::kInvalidIndex:
       return "Can’t get " + (object.empty() ? "an object" : object) + ". Invalid index.";
     case errors::kNoSuchObject:
@@ -63,14 +62,13 @@ Datum Evaluator::send(TargetApplication& application, AppleEvent event) {
     case errors::kNotPermitted:
     case errors::kConsentPending:
       return "Not authorized to send Apple events to " + applicationName + ".";
-    case errors::kHandlerFailed:
-      return "AppleEvent handler failed.";
     case errors::kNotModifiable:
     case errors::kCannotSet:
       return "Can’t set " + (object.empty() ? "an object" : object) + ".";
     default:
-      return "An error of type " + std::to_string(number) + " has occurred.";
+      break;
   }
+  return errorText(number);
 }
 
 void Evaluator::raiseReply(std::shared_ptr<TargetApplication> const& application, EventError const& reply,
@@ -120,6 +118,8 @@ Value Evaluator::toValue(Datum const& datum, std::size_t depth) {
           raise(errors::kCannotCoerce, "A script object cannot be sent.");
         } else if constexpr (std::same_as<T, Date>) {
           return dateText(held);
+        } else if constexpr (std::same_as<T, Measure>) {
+          return held.amount;
         } else if constexpr (std::same_as<T, InsertionPoint>) {
           return Record{{"kobj"_code, toValue(*held.object, inner)}, {"kpos"_code, Enumerator{held.position}}};
         } else {

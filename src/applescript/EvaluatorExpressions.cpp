@@ -1,6 +1,8 @@
+#include "applescript/Calendar.h"
 #include "applescript/Coercion.h"
 #include "applescript/Comparison.h"
 #include "applescript/Describe.h"
+#include "applescript/ErrorTexts.h"
 #include "applescript/Evaluator.h"
 #include "applescript/Operators.h"
 #include "applescript/Scoped.h"
@@ -9,6 +11,12 @@ namespace morla::applescript {
 
 Datum Evaluator::evaluate(Expression const& expression) {
   Place place = locate(expression);
+  // The end of a list is a place to put something, and nothing is there to get.
+  if (auto const* point = place.datum.as<InsertionPoint>(); point != nullptr) {
+    if (dereferenced(*point->object).as<ListReference>() != nullptr) {
+      raise(errors::kNoSuchObject, "Can’t get " + sourceText(place.datum, *state_) + ".", *point->object);
+    }
+  }
   if (!place.isPending) return std::move(place.datum);
   SourceRange const outer = range_;
   range_ = expression.range;
@@ -28,8 +36,15 @@ Evaluator::Place Evaluator::locate(Expression const& expression) {
   return place;
 }
 
+/// The value of an expression that has to have one: a handler may return nothing.
+Datum Evaluator::needed(Expression const& expression) {
+  Datum value = evaluate(expression);
+  if (value.isNull()) raise(errors::kNoResult, errorText(errors::kNoResult));
+  return value;
+}
+
 Datum Evaluator::operand(Expression const& expression) {
-  Datum const value = dereferenced(evaluate(expression));
+  Datum const value = dereferenced(needed(expression));
   auto const* object = value.as<ApplicationObject>();
   return object != nullptr && object->specifier != nullptr ? fetched(value) : value;
 }
@@ -50,13 +65,13 @@ Evaluator::Place Evaluator::at(tree::Variable const& node) {
 Evaluator::Place Evaluator::at(tree::ListDisplay const& node) {
   std::vector<Datum> items;
   items.reserve(node.items.size());
-  for (ExpressionPointer const& item : node.items) items.push_back(evaluate(*item));
+  for (ExpressionPointer const& item : node.items) items.push_back(needed(*item));
   return {state_->makeList(std::move(items))};
 }
 
 Evaluator::Place Evaluator::at(tree::RecordDisplay const& node) {
   RecordObject::Fields fields;
-  for (auto const& [key, value] : node.fields) fields.emplace_back(key, evaluate(*value));
+  for (auto const& [key, value] : node.fields) fields.emplace_back(key, needed(*value));
   return {state_->heap.makeRecord(std::move(fields))};
 }
 
@@ -80,7 +95,7 @@ Evaluator::Place Evaluator::at(tree::Chain const& node) {
   // An object that becomes an item of a list stays an object; numbers and texts need its value.
   auto const side = [this](BinaryOperator operation, Expression const& expression, bool becomesText) {
     bool const keepsObjects = operation == BinaryOperator::concatenate && !becomesText;
-    return keepsObjects ? dereferenced(evaluate(expression)) : operand(expression);
+    return keepsObjects ? dereferenced(needed(expression)) : operand(expression);
   };
   Datum value = side(kind, *node.first, false);
   for (auto const& [operation, expression] : node.rest) {
@@ -162,6 +177,14 @@ Evaluator::Place Evaluator::at(tree::ApplicationNamed const& node) {
 Evaluator::Place Evaluator::at(tree::PosixFile const& node) {
   Datum const path = coerce(operand(*node.path), "ctxt"_code, *state_);
   return {FileUrl{path.as<Text>()->string()}};
+}
+
+Evaluator::Place Evaluator::at(tree::RelativeDate const& node) {
+  Datum const text = coerce(operand(*node.text), "ctxt"_code, *state_);
+  Datum const base = coerce(operand(*node.base), "ldt "_code, *state_);
+  auto const moment = parseRelativeDate(text.as<Text>()->view(), *base.as<Date>()->seconds);
+  if (!moment) raise(errors::kInvalidDate, "Invalid date and time " + sourceText(text, *state_) + ".", text);
+  return {Date(*moment)};
 }
 
 }  // namespace morla::applescript

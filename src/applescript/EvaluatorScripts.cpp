@@ -147,6 +147,7 @@ Datum Evaluator::call(Found const& found, std::vector<Datum> const& arguments) {
                                            state_->heap.makeActivation(handler.routine, found.home, found.me));
   Scoped<Datum> const target(target_, found.me);
   Scoped<Considerations> const considerations(state_->considerations, Considerations{});
+  Scoped<bool> const responses(state_->ignoresResponses, false);
   Scoped<std::chrono::milliseconds> const timeout(timeout_, kDefaultReplyTimeout);
   bindParameters(handler, arguments);
   Outcome outcome = execute(handler.body);

@@ -2,6 +2,7 @@
 
 #include "applescript/Coercion.h"
 #include "applescript/Describe.h"
+#include "applescript/ErrorTexts.h"
 #include "applescript/Evaluator.h"
 #include "applescript/Operators.h"
 #include "applescript/Scoped.h"
@@ -90,7 +91,14 @@ Evaluator::Outcome Evaluator::run(tree::Set const& node) {
     return {Flow::next, std::move(list)};
   }
   Datum value = evaluate(*node.value);
-  if (value.isNull()) raise(errors::kUndefinedVariable, "No result was returned.");
+  if (value.isNull()) {
+    // A handler that returns nothing leaves the variable without a value.
+    auto const* const variable = node.target->as<tree::Variable>();
+    if (variable == nullptr) raise(errors::kNoResult, errorText(errors::kNoResult));
+    setVariable(*variable, {});
+    lastResult_.reset();
+    return {};
+  }
   setTarget(*node.target, value);
   lastResult_ = value;
   return {Flow::next, std::move(value)};
@@ -123,8 +131,20 @@ Evaluator::Outcome Evaluator::run(tree::Tell const& node) {
   return execute(node.body);
 }
 
+/// A literal picks errors and is not assigned to.
 void Evaluator::assign(Expression const* variable, Datum value) {
-  if (variable != nullptr) setTarget(*variable, std::move(value));
+  if (variable != nullptr && variable->as<tree::Literal>() == nullptr) setTarget(*variable, std::move(value));
+}
+
+/// `on error number -128` catches that one only.
+[[nodiscard]] static bool isCaught(tree::Try const& node, ScriptError const& error) {
+  auto const literal = [](ExpressionPointer const& expression) {
+    return expression == nullptr ? nullptr : expression->as<tree::Literal>();
+  };
+  auto const* const number = literal(node.number);
+  if (number != nullptr && *number->value.as<std::int64_t>() != error.number) return false;
+  auto const* const message = literal(node.message);
+  return message == nullptr || *message->value.as<std::string>() == error.message();
 }
 
 Evaluator::Outcome Evaluator::run(tree::Try const& node) {
@@ -132,7 +152,7 @@ Evaluator::Outcome Evaluator::run(tree::Try const& node) {
   try {
     return execute(node.body);
   } catch (ScriptError& error) {
-    if (error.isFinal) throw;
+    if (error.isFinal || !isCaught(node, error)) throw;
     caught = std::move(error);
   }
   assign(node.message.get(), caught->message());
@@ -226,10 +246,8 @@ Evaluator::Outcome Evaluator::run(tree::RaiseError const& node) {
   if (node.number != nullptr) error.number = coerceToInteger(operand(*node.number), *state_);
   if (node.message != nullptr) {
     error.brief = coerce(operand(*node.message), "ctxt"_code, *state_).as<Text>()->string();
-  } else if (error.number == errors::kUserCancelled) {
-    error.brief = "User canceled.";
   } else {
-    error.brief = "An error of type " + std::to_string(error.number) + " has occurred.";
+    error.brief = errorText(error.number);
   }
   if (node.offender != nullptr) error.offender = locateValue(*node.offender);
   if (node.expectedType != nullptr) error.expectedType = evaluate(*node.expectedType);
@@ -238,11 +256,16 @@ Evaluator::Outcome Evaluator::run(tree::RaiseError const& node) {
 }
 
 Evaluator::Outcome Evaluator::run(tree::Considering const& node) {
+  constexpr std::uint32_t kResponses = tree::Considering::kApplicationResponses;
+  bool const ignores = (node.ignored & kResponses) != 0;
+  bool const changes = ignores || (node.considered & kResponses) != 0;
+  Scoped<bool> const responses(state_->ignoresResponses, changes ? ignores : state_->ignoresResponses);
   Considerations inside = state_->considerations;
   // The numeric strings are the one attribute that is ignored unless a bit says otherwise.
   constexpr std::uint32_t kNumeric = Considerations::kConsiderNumericStrings;
   inside.bits =
       (inside.bits & ~(node.considered | node.ignored)) | (node.ignored & ~kNumeric) | (node.considered & kNumeric);
+  inside.bits &= ~kResponses;
   Scoped<Considerations> const scope(state_->considerations, inside);
   return execute(node.body);
 }

@@ -23,7 +23,7 @@ Datum* Evaluator::storageOf(tree::Variable const& variable) {
 }
 
 Datum Evaluator::variable(tree::Variable const& variable) {
-  if (Datum const* value = storageOf(variable)) return *value;
+  if (Datum const* value = storageOf(variable); value != nullptr && !value->isNull()) return *value;
   for (ScriptReference const* script = &current_->home; *script != nullptr; script = &(*script)->outer) {
     auto const handler = (*script)->code->handlers.find(variable.key);
     if (handler != (*script)->code->handlers.end()) return HandlerValue{&handler->second, *script};

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "applescript/AppleEvent.h"
 #include "applescript/Dictionary.h"
@@ -28,6 +29,34 @@ struct ShellResult {
   int status = 0;
   std::string output;
   std::string errorOutput;
+};
+
+/// The files that the standard additions read and write, by POSIX path. Where a method answers an error, it is the
+/// number that the command has ("-43": no such file), and 0 when all went well.
+class HostFiles {
+ public:
+  virtual ~HostFiles() = default;
+
+  struct Information {
+    bool isFolder = false;
+    bool isLocked = false;      ///< may not be written
+    std::int64_t size = 0;      ///< in bytes
+    std::int64_t modified = 0;  ///< as LocalTime::seconds
+  };
+  [[nodiscard]] virtual std::optional<Information> information(std::string const& path) = 0;
+
+  struct Bytes {
+    std::string bytes;  ///< fewer than asked for where the file ends
+    std::int64_t error = 0;
+  };
+  [[nodiscard]] virtual Bytes read(std::string const& path, std::size_t offset, std::size_t count) = 0;
+
+  /// Makes the file where there is none, and longer where it ends before `offset`. Never waits for a pipe or a device.
+  [[nodiscard]] virtual std::int64_t write(std::string const& path, std::size_t offset, std::string const& bytes) = 0;
+  [[nodiscard]] virtual std::int64_t resize(std::string const& path, std::size_t size) = 0;
+
+  /// The names in a folder, in any order; nothing when it is none or cannot be read.
+  [[nodiscard]] virtual std::optional<std::vector<std::string>> namesIn(std::string const& folder) = 0;
 };
 
 /// All that the interpreter knows of the world. One per run; the thread that runs the script calls it and may be held
@@ -74,6 +103,14 @@ class Host {
   /// What is at a POSIX path, for aliases.
   enum class FileKind { none, file, folder };
   [[nodiscard]] virtual FileKind fileKindAt(std::string const& posixPath) = 0;
+
+  /// Null: the script may not touch files, and its commands for them fail with -10004.
+  [[nodiscard]] virtual HostFiles* files() { return nullptr; }
+
+  /// For `system attribute`; nothing when there is no such variable, or it is no business of a script.
+  [[nodiscard]] virtual std::optional<std::string> environmentVariable(std::string const& /*name*/) {
+    return std::nullopt;
+  }
 };
 
 }  // namespace morla::applescript

@@ -16,6 +16,7 @@ ScriptOutcome run(std::string_view source, Host& host, TextItemDelimiters& delim
   if (!parsed.script) return {std::nullopt, std::move(parsed.failure)};
   RunState state(host, applications, limits);
   state.delimiters = delimiters;
+  state.scriptPath = invocation.path;
   ScriptOutcome outcome;
   Evaluator evaluator(*parsed.script, state);
   try {

@@ -56,6 +56,7 @@ using TextItemDelimiters = std::vector<std::string>;
 struct Invocation {
   std::vector<std::string> arguments = {};  ///< what `on run argv` gets
   bool wantsSource = false;                 ///< ScriptOutcome::source is wanted
+  std::string path = {};                    ///< the script's own file, for `path to me`; "" when there is none
 };
 
 /// Compiles and runs `source`. Any thread; runs do not share anything but what `host` shares.

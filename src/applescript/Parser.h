@@ -84,6 +84,7 @@ class Parser {
   void endBlock(std::string_view name);
   [[nodiscard]] Statement parseStatement();
   [[nodiscard]] Statement::Node parseStatementNode();
+  [[nodiscard]] bool atSetCommand() const;
   [[nodiscard]] Statement::Node parseSet();
   [[nodiscard]] Statement::Node parseCopy();
   [[nodiscard]] Statement::Node parseReturn();
@@ -93,6 +94,7 @@ class Parser {
   [[nodiscard]] Statement::Node parseIf();
   [[nodiscard]] Statement::Node parseTell();
   [[nodiscard]] Statement::Node parseTry();
+  [[nodiscard]] ExpressionPointer parseErrorNumber();
   [[nodiscard]] Statement::Node parseRepeat();
   [[nodiscard]] Statement::Node parseRepeatWith();
   [[nodiscard]] Statement::Node parseConsidering();
@@ -127,6 +129,7 @@ class Parser {
   [[nodiscard]] ExpressionPointer parseVariable();
   [[nodiscard]] ExpressionPointer parseBraces();
   [[nodiscard]] ExpressionPointer parseNumber();
+  [[nodiscard]] ExpressionPointer parseRawData();
   [[nodiscard]] std::optional<std::pair<RecordKey, std::size_t>> recordKey() const;
   [[nodiscard]] std::optional<std::int64_t> durationHere() const;
   [[nodiscard]] bool startsExpression() const;

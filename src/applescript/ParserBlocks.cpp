@@ -1,3 +1,5 @@
+#include <charconv>
+
 #include "applescript/ErrorNumbers.h"
 #include "applescript/Parser.h"
 
@@ -105,7 +107,20 @@ Statement::Node Parser::parseUsingTerms() {
   return tree::Group{std::move(body)};
 }
 
-/// try := "try" EOL block ["on" "error" [variable] {"number" variable | "from" variable | "to" variable
+/// error number := variable | ["-"] number
+ExpressionPointer Parser::parseErrorNumber() {
+  bool const isLiteral = word().kind == WordKind::integer || word().isSymbol("-");
+  if (!isLiteral) return parseVariable();
+  std::size_t const start = cursor_;
+  bool const isNegative = acceptSymbol("-");
+  std::int64_t number = 0;
+  if (word().kind != WordKind::integer) failExpected("number");
+  std::from_chars(word().text.data(), word().text.data() + word().text.size(), number);
+  advance();
+  return make(start, tree::Literal{isNegative ? -number : number});
+}
+
+/// try := "try" EOL block ["on" "error" [variable | text] {"number" error number | "from" variable | "to" variable
 ///        | "partial" "result" variable} EOL block] "end" ["try" | "error"]
 Statement::Node Parser::parseTry() {
   advance();
@@ -115,7 +130,7 @@ Statement::Node Parser::parseTry() {
   if (acceptPhrase("on error")) {
     while (!failed() && !atStatementEnd()) {
       if (acceptWord("number")) {
-        result.number = parseVariable();
+        result.number = parseErrorNumber();
       } else if (acceptWord("from")) {
         result.offender = parseVariable();
       } else if (acceptWord("to")) {
@@ -123,7 +138,7 @@ Statement::Node Parser::parseTry() {
       } else if (acceptPhrase("partial result")) {
         result.partialResult = parseVariable();
       } else if (result.message == nullptr) {
-        result.message = parseVariable();
+        result.message = word().kind == WordKind::text ? parsePrimary() : parseVariable();
       } else {
         expectStatementEnd();
       }
@@ -208,7 +223,9 @@ std::uint32_t Parser::parseConsiderations() {
       bits |= Considerations::kIgnoreWhiteSpace;
     } else if (acceptPhrase("numeric strings")) {
       bits |= Considerations::kConsiderNumericStrings;
-    } else if (!acceptPhrase("application responses")) {
+    } else if (acceptPhrase("application responses")) {
+      bits |= tree::Considering::kApplicationResponses;
+    } else {
       failExpected("“case”, “diacriticals”, “hyphens”, “punctuation”, “white space” or “numeric strings”");
     }
   } while (!failed() && (acceptSymbol(",") || acceptWord("and")));

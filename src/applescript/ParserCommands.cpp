@@ -22,6 +22,8 @@ ExpressionPointer Parser::parseCommand(Resolution const& resolution) {
   // `display alert x as warning`: there "as" is the command's, and no coercion.
   bool const hasAs = std::ranges::any_of(parameters, [](auto const* one) { return one->name == "as"; });
   Scoped<bool> const opaque(endsAtAs_, endsAtAs_ || hasAs);
+  // `get eof of f`
+  if (definition.eventClass == "rdwr"_code) acceptWord("of");
   if (parameterHere(parameters, words) == nullptr && startsExpression()) command.direct = parseExpression();
   while (!failed()) {
     if (Dictionary::Parameter const* parameter = parameterHere(parameters, words)) {
@@ -68,7 +70,8 @@ void Parser::parseParameter(Dictionary::Parameter const& parameter, tree::Comman
   bool const isClass = parameter.code == "kocl"_code;
   std::size_t const start = cursor_;
   for (auto const& [code, value] : command.parameters) {
-    if (code == parameter.code) return fail(errors::kUnexpectedWord, "“" + parameter.name + "” was given twice.");
+    if (code != parameter.code) continue;
+    return fail(errors::kParameterTwice, "The " + parameter.name + " parameter is specified more than once.");
   }
   if (isClass) {
     std::optional<Code> const type = parseClassName();
@@ -78,6 +81,12 @@ void Parser::parseParameter(Dictionary::Parameter const& parameter, tree::Comman
   // `offset of x in y`: the next parameter is called "in", which else would go on with the reference.
   bool const isOffset = command.eventClass == "syso"_code && command.eventId == "offs"_code;
   Scoped<bool> const opaque(endsAtIn_, isOffset && parameter.code == "psof"_code);
+  // `read f as text using delimiter tab`: after a class no selector is meant.
+  if (parameter.name == "as" && resolve().meanings.type && !word(resolve().words).isSymbol("(")) {
+    std::optional<Code> const type = parseClassName();
+    if (type) command.parameters.emplace_back(parameter.code, make(start, tree::Literal{TypeCode{*type}}));
+    return;
+  }
   command.parameters.emplace_back(parameter.code, parseExpression());
 }
 

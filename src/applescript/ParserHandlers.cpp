@@ -167,7 +167,7 @@ void Parser::parseHandler(Script& script) {
   std::string key = handler.key;
   std::string const name = handler.name;
   if (!script.handlers.emplace(std::move(key), std::move(handler)).second) {
-    fail(errors::kUnexpectedWord, "There are two handlers “" + name + "”.");
+    fail(errors::kHandlerTwice, "The " + name + " handler is specified more than once.");
   }
 }
 
@@ -243,6 +243,10 @@ void Parser::parseProperty(Script& script) {
     if (resolve().kind != Resolution::Kind::identifier) return failExpected("property name");
     advance();
     return expectSymbol(":");
+  }
+  for (ScriptMember const& member : script.members) {
+    if (member.key != key->first) continue;
+    return fail(errors::kPropertyTwice, "The " + word().text + " property is specified more than once.");
   }
   advance(key->second + 1);
   ExpressionPointer value = parseExpression();

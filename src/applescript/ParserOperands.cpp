@@ -4,6 +4,7 @@
 
 #include "applescript/ErrorNumbers.h"
 #include "applescript/Parser.h"
+#include "applescript/TextElements.h"
 
 namespace morla::applescript {
 
@@ -53,6 +54,7 @@ ExpressionPointer Parser::parsePrimary() {
       }
       if (atHandlerCall()) return parseHandlerCall(start, nullptr);
       if (word().kind == WordKind::chevron && word().text.starts_with("event ")) return parseRawEvent();
+      if (word().kind == WordKind::chevron && word().text.starts_with("data ")) return parseRawData();
       if (std::optional<std::int64_t> const seconds = durationHere()) {
         advance();
         return make(start, tree::Literal{*seconds});
@@ -71,6 +73,28 @@ ExpressionPointer Parser::parsePrimary() {
   }
   failExpected("expression");
   return make(start, tree::Literal{});
+}
+
+/// raw data := «data typeHEX», of which texts are understood
+ExpressionPointer Parser::parseRawData() {
+  std::size_t const start = cursor_;
+  std::string_view digits = std::string_view(word().text).substr(std::string_view("data ").size());
+  std::string_view const type = digits.substr(0, 4);
+  digits.remove_prefix(type.size());
+  std::string bytes;
+  bool isHexadecimal = digits.size() % 2 == 0;
+  for (std::size_t i = 0; isHexadecimal && i < digits.size(); i += 2) {
+    unsigned byte = 0;
+    auto const [end, problem] = std::from_chars(digits.data() + i, digits.data() + i + 2, byte, 16);
+    isHexadecimal = problem == std::errc() && end == digits.data() + i + 2;
+    bytes += static_cast<char>(byte);
+  }
+  std::optional<std::string> text;
+  if (type == "utf8" || type == "TEXT") text = std::move(bytes);
+  if (type == "utxt" || type == "ut16") text = textOfUtf16(bytes);
+  if (!isHexadecimal || !text) failExpected("expression");
+  advance();
+  return make(start, tree::Literal{text.value_or("")});
 }
 
 ExpressionPointer Parser::parseNumber() {
@@ -174,6 +198,7 @@ ExpressionPointer Parser::parseIdentifier() {
 }
 
 ExpressionPointer Parser::parseVariable() {
+  acceptWord("the");
   std::size_t const start = cursor_;
   Word const name = word();
   if (resolve().kind != Resolution::Kind::identifier) {

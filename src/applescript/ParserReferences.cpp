@@ -1,5 +1,6 @@
 #include "applescript/ErrorNumbers.h"
 #include "applescript/Parser.h"
+#include "applescript/Units.h"
 
 namespace morla::applescript {
 
@@ -18,7 +19,10 @@ ExpressionPointer Parser::parseTerm(Container container) {
   if (meanings.type == "ldt "_code && hasSelector) {
     advance(resolution.words);
     ExpressionPointer text = parseSelector();
-    return make(start, tree::Coerce{std::move(text), "ldt "_code});
+    bool const isRelative = acceptWord("of") || (!endsAtIn_ && acceptWord("in")) || acceptPhrase("relative to");
+    if (!isRelative) return make(start, tree::Coerce{std::move(text), "ldt "_code});
+    ExpressionPointer base = parseOperand();
+    return make(start, tree::RelativeDate{std::move(text), std::move(base)});
   }
   bool const isOrdinaryFile = meanings.type == "psxf"_code || meanings.type == "alis"_code || isFileOfOurs;
   if (isOrdinaryFile && hasSelector) {
@@ -303,6 +307,10 @@ std::optional<Code> Parser::parseClassName() {
   Meanings const& meanings = resolution.meanings;
   std::optional<Code> const type = meanings.type ? meanings.type : meanings.pluralType;
   if (!type) {
+    // Elsewhere the word may be a variable's: "set miles to 5".
+    for (Unit const& unit : allUnits()) {
+      if (acceptPhrase(lowercaseKey(unit.name))) return unit.code;
+    }
     failExpected("class name");
     return std::nullopt;
   }

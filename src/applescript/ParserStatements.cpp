@@ -39,9 +39,9 @@ Statement Parser::parseStatement() {
 /// statement := set | copy | return | exit | error | declaration | if | tell | try | repeat | considering
 ///            | with timeout | using terms from | expression
 Statement::Node Parser::parseStatementNode() {
+  if (word().isName("set") && !atSetCommand()) return parseSet();
   if (resolve().kind == Resolution::Kind::grammar) {
     std::string const& key = word().key;
-    if (key == "set") return parseSet();
     if (key == "copy") return parseCopy();
     if (key == "return") return parseReturn();
     if (key == "exit") return parseExit();
@@ -63,6 +63,15 @@ Statement::Node Parser::parseStatementNode() {
   }
   if (resolver_.matchPhrase(cursor_, "using terms from") > 0) return parseUsingTerms();
   return tree::Evaluate{parseExpression()};
+}
+
+/// Whether a command whose name begins with "set" stands here: "set eof f to 0", but not "set volume of x to 5".
+bool Parser::atSetCommand() const {
+  Resolution const resolution = resolve();
+  if (resolution.kind != Resolution::Kind::term || resolution.meanings.command == nullptr) return false;
+  Word const& next = word(resolution.words);
+  bool const isOwned = next.isName("of") || next.isName("in") || next.isSymbol("'s") || next.isName("to");
+  return !isOwned || (resolution.meanings.command->eventId == "seof"_code && next.isName("of"));
 }
 
 bool Parser::isPattern(Expression const& expression) {

@@ -6,6 +6,7 @@
 #include "applescript/Applications.h"
 #include "applescript/Datum.h"
 #include "applescript/Interpreter.h"
+#include "applescript/OpenFiles.h"
 
 namespace morla::applescript {
 
@@ -21,6 +22,10 @@ struct RunState {
   TextItemDelimiters delimiters;
   bool delimitersAreText = false;  ///< they were set as one text, and read back as one
   Considerations considerations;
+  bool ignoresResponses = false;  ///< `ignoring application responses`
+  std::string scriptPath;         ///< the script's own file, or ""
+  Datum clipboard = "";           ///< each run has its own: what the user has copied is no business of a script
+  OpenFiles openFiles;
   std::mt19937_64 random{std::random_device{}()};
 
   /// Counts `count` steps of work; the script ends when there were too many.

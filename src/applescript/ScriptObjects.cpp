@@ -105,9 +105,18 @@ struct Bounds {
   return Bounds{std::min(*a, *b), std::max(*a, *b)};
 }
 
+[[nodiscard]] bool areCharacters(Code type) {
+  return type == "cha "_code || type == "cobj"_code || type == "ctxt"_code;
+}
+
+/// Whether every byte is a character, so that one is found without looking at those before it.
+[[nodiscard]] bool isPlain(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80U && c != '\r'; });
+}
+
 [[nodiscard]] std::optional<std::vector<std::string_view>> partsOf(std::string_view text, Code type, RunState& state) {
   std::vector<std::string_view> parts;
-  if (type == "cha "_code || type == "cobj"_code || type == "ctxt"_code) {
+  if (areCharacters(type)) {
     parts = charactersOf(text);
   } else if (type == "cwor"_code) {
     parts = wordsOf(text);
@@ -122,17 +131,25 @@ struct Bounds {
   return parts;
 }
 
+/// The part that the request asks for one of; nothing when there is none, or when texts have no such elements.
+[[nodiscard]] std::optional<std::string_view> partOf(std::string_view text, ElementRequest const& request,
+                                                     RunState& state) {
+  if (areCharacters(request.type) && isPlain(text)) {
+    state.spend(text.size() / 64);
+    auto const place = positionOf(request, text.size(), &state);
+    return place ? std::optional(text.substr(*place, 1)) : std::nullopt;
+  }
+  auto const parts = partsOf(text, request.type, state);
+  auto const place = parts ? positionOf(request, parts->size(), &state) : std::nullopt;
+  return place ? std::optional((*parts)[*place]) : std::nullopt;
+}
+
 /// The part of `text` from one bound to the other, which may be characters, words, paragraphs or text items.
 [[nodiscard]] std::optional<std::string_view> spanOf(std::string_view text, ElementRequest const& request,
                                                      RunState& state) {
   auto const place = [&](Datum const& number, ElementRequest const* element) -> std::optional<std::string_view> {
-    Code const type = element != nullptr ? element->type : "cha "_code;
-    auto const parts = partsOf(text, type, state);
-    if (!parts) return std::nullopt;
-    auto const index = element != nullptr ? positionOf(*element, parts->size())
-                                          : positionOf({type, Form::index, number, {}}, parts->size());
-    if (!index) return std::nullopt;
-    return (*parts)[*index];
+    if (element != nullptr) return partOf(text, *element, state);
+    return partOf(text, {"cha "_code, Form::index, number, {}}, state);
   };
   auto const a = place(request.selector, request.lowerElement.get());
   auto const b = place(request.upper, request.upperElement.get());
@@ -235,10 +252,9 @@ Datum elementOfValue(Datum const& value, ElementRequest const& request, RunState
   }
   if (text != nullptr && request.form != Form::range && request.form != Form::every) {
     // One part, which must not make all others values.
-    auto const parts = request.type == "ctxt"_code ? std::nullopt : partsOf(text->view(), request.type, state);
-    auto const place = parts ? positionOf(request, parts->size(), &state) : std::nullopt;
-    if (!place) raiseCannotGet(value, request, state);
-    return std::string((*parts)[*place]);
+    auto const part = request.type == "ctxt"_code ? std::nullopt : partOf(text->view(), request, state);
+    if (!part) raiseCannotGet(value, request, state);
+    return std::string(*part);
   }
   // The common case, which must not copy the list.
   auto const* list = value.as<ListReference>();
@@ -342,7 +358,10 @@ std::optional<Datum> propertyOfValue(Datum const& value, RecordKey const& key, R
 std::optional<std::int64_t> countOfValue(Datum const& value) {
   if (auto const* list = value.as<ListReference>()) return static_cast<std::int64_t>((*list)->items.size());
   if (auto const* record = value.as<RecordReference>()) return static_cast<std::int64_t>((*record)->fields.size());
-  if (auto const* text = value.as<Text>()) return static_cast<std::int64_t>(charactersOf(text->view()).size());
+  if (auto const* text = value.as<Text>()) {
+    bool const isOneEach = isPlain(text->view());
+    return static_cast<std::int64_t>(isOneEach ? text->size() : charactersOf(text->view()).size());
+  }
   return std::nullopt;
 }
 

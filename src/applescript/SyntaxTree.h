@@ -141,6 +141,11 @@ struct ApplicationNamed {
 struct PosixFile {
   ExpressionPointer path;
 };
+/// `date "7:45 PM" of base`: what the text leaves out is the base's.
+struct RelativeDate {
+  ExpressionPointer text;
+  ExpressionPointer base;
+};
 struct ReferenceTo {
   ExpressionPointer object;
 };
@@ -172,11 +177,12 @@ struct HandlerCall {
 }  // namespace tree
 
 struct Expression {
-  using Node = std::variant<tree::Literal, tree::Variable, tree::ListDisplay, tree::RecordDisplay, tree::Unary,
-                            tree::Chain, tree::Comparison, tree::Coerce, tree::IsRunning, tree::ImpliedTarget, tree::It,
-                            tree::Me, tree::TheLanguage, tree::Examined, tree::LastResult, tree::PropertyOf,
-                            tree::ElementOf, tree::InsertionPlace, tree::ApplicationNamed, tree::PosixFile,
-                            tree::ReferenceTo, tree::Count, tree::Exists, tree::Command, tree::HandlerCall>;
+  using Node =
+      std::variant<tree::Literal, tree::Variable, tree::ListDisplay, tree::RecordDisplay, tree::Unary, tree::Chain,
+                   tree::Comparison, tree::Coerce, tree::IsRunning, tree::ImpliedTarget, tree::It, tree::Me,
+                   tree::TheLanguage, tree::Examined, tree::LastResult, tree::PropertyOf, tree::ElementOf,
+                   tree::InsertionPlace, tree::ApplicationNamed, tree::PosixFile, tree::RelativeDate, tree::ReferenceTo,
+                   tree::Count, tree::Exists, tree::Command, tree::HandlerCall>;
   Node node;
   SourceRange range;
 
@@ -211,7 +217,7 @@ struct Tell {
 struct Try {
   Block body;
   Block onError;
-  // What `on error` names; each may be null.
+  // What `on error` names; each may be null. A literal instead of a variable: only such an error is caught.
   ExpressionPointer message;
   ExpressionPointer number;
   ExpressionPointer offender;
@@ -256,6 +262,8 @@ struct RaiseError {
 struct Considering {
   std::uint32_t considered = 0;  ///< bits of Considerations that the block clears
   std::uint32_t ignored = 0;     ///< bits that it sets
+  /// Stands among those bits for what is no business of the application: whether its responses count.
+  static constexpr std::uint32_t kApplicationResponses = 0x8000'0000U;
   Block body;
 };
 struct WithTimeout {

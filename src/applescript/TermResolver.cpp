@@ -3,26 +3,31 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 namespace morla::applescript {
 namespace {
 
 /// Sorted. Words that begin or join productions of the grammar; none of them can be a variable.
 constexpr auto kReservedWords = std::to_array<std::string_view>(
-    {"about",  "above",   "after",  "against", "and",         "apart",       "applescript", "around",   "as",
-     "aside",  "at",      "back",   "before",  "beginning",   "begins",      "behind",      "below",    "beneath",
-     "beside", "between", "but",    "by",      "considering", "contain",     "contains",    "continue", "copy",
-     "div",    "does",    "eighth", "else",    "end",         "ends",        "equal",       "equals",   "error",
-     "every",  "exit",    "false",  "fifth",   "first",       "for",         "fourth",      "from",     "front",
-     "get",    "given",   "global", "if",      "ignoring",    "in",          "instead",     "into",     "is",
-     "it",     "its",     "last",   "local",   "me",          "middle",      "mod",         "my",       "ninth",
-     "not",    "of",      "on",     "onto",    "or",          "out",         "over",        "prop",     "property",
-     "put",    "ref",     "repeat", "return",  "returning",   "script",      "second",      "set",      "seventh",
-     "since",  "sixth",   "some",   "starts",  "tell",        "tenth",       "that",        "the",      "then",
-     "third",  "through", "thru",   "timeout", "to",          "transaction", "true",        "try",      "until",
-     "where",  "while",   "whose",  "with",    "without"});
+    {"about",     "above",       "after",       "against", "and",      "applescript", "around",  "as",     "at",
+     "back",      "before",      "beginning",   "begins",  "behind",   "below",       "beneath", "beside", "between",
+     "but",       "by",          "considering", "contain", "contains", "continue",    "copy",    "div",    "does",
+     "eighth",    "else",        "end",         "ends",    "equal",    "equals",      "error",   "every",  "exit",
+     "false",     "fifth",       "first",       "for",     "fourth",   "from",        "front",   "get",    "given",
+     "global",    "if",          "ignoring",    "in",      "into",     "is",          "it",      "its",    "last",
+     "local",     "me",          "middle",      "mod",     "my",       "ninth",       "not",     "of",     "on",
+     "onto",      "or",          "over",        "prop",    "property", "put",         "ref",     "repeat", "return",
+     "returning", "script",      "second",      "set",     "seventh",  "since",       "sixth",   "some",   "starts",
+     "tell",      "tenth",       "that",        "the",     "then",     "third",       "through", "thru",   "timeout",
+     "to",        "transaction", "true",        "try",     "until",    "where",       "while",   "whose",  "with",
+     "without"});
 
 static_assert(std::ranges::is_sorted(kReservedWords));
+
+/// Reserved before the other word alone: "out of". Without it each is a variable.
+constexpr auto kPairs = std::to_array<std::pair<std::string_view, std::string_view>>(
+    {{"apart", "from"}, {"aside", "from"}, {"instead", "of"}, {"out", "of"}});
 
 }  // namespace
 
@@ -58,6 +63,9 @@ Resolution TermResolver::resolve(std::size_t position) const {
   std::size_t longest = standard.longestPhraseFrom(first.key);
   if (application_ != nullptr) longest = std::max(longest, application_->longestPhraseFrom(first.key));
   longest = std::max<std::size_t>(longest, 1);
+  for (auto const& [word, partner] : kPairs) {
+    if (first.key == word && (*words_)[position + 1].isName(partner)) return {Resolution::Kind::grammar, 1, {}};
+  }
 
   // A line end is a word of another kind, so no phrase crosses it.
   std::vector<std::string> phrases;

@@ -110,6 +110,47 @@ bool appendCodePoint(std::string& text, std::int64_t codePoint) {
   return true;
 }
 
+std::string textOfUtf16(std::string_view bytes) {
+  auto const unitAt = [bytes](std::size_t i, bool isLittleEndian) -> std::int64_t {
+    auto const first = static_cast<unsigned char>(bytes[i]);
+    auto const second = static_cast<unsigned char>(bytes[i + 1]);
+    return isLittleEndian ? second * 256 + first : first * 256 + second;
+  };
+  bool const isLittleEndian = bytes.size() >= 2 && unitAt(0, true) == 0xFEFF;
+  bool const hasMark = isLittleEndian || (bytes.size() >= 2 && unitAt(0, false) == 0xFEFF);
+  std::string text;
+  for (std::size_t i = hasMark ? 2 : 0; i + 1 < bytes.size(); i += 2) {
+    std::int64_t point = unitAt(i, isLittleEndian);
+    if (point >= 0xD800 && point <= 0xDBFF && i + 3 < bytes.size()) {
+      std::int64_t const low = unitAt(i + 2, isLittleEndian);
+      if (low >= 0xDC00 && low <= 0xDFFF) {
+        point = 0x10000 + (point - 0xD800) * 0x400 + (low - 0xDC00);
+        i += 2;
+      }
+    }
+    constexpr std::int64_t kReplacement = 0xFFFD;
+    if (!appendCodePoint(text, point)) static_cast<void>(appendCodePoint(text, kReplacement));
+  }
+  return text;
+}
+
+std::string utf16Of(std::string_view text) {
+  std::string bytes;
+  auto const add = [&bytes](std::int64_t unit) {
+    bytes += static_cast<char>(unit / 256);
+    bytes += static_cast<char>(unit % 256);
+  };
+  for (std::int64_t const point : codePointsOf(text)) {
+    if (point < 0x10000) {
+      add(point);
+    } else {
+      add(0xD800 + (point - 0x10000) / 0x400);
+      add(0xDC00 + (point - 0x10000) % 0x400);
+    }
+  }
+  return bytes;
+}
+
 std::vector<std::string_view> textItemsOf(std::string_view text, std::vector<std::string> const& delimiters,
                                           Considerations considerations) {
   std::vector<std::vector<std::string>> separators;

@@ -19,6 +19,11 @@ namespace morla::applescript {
 /// False when there is no such code point.
 [[nodiscard]] bool appendCodePoint(std::string& text, std::int64_t codePoint);
 
+/// UTF-16, the more significant byte first unless a byte order mark says otherwise. Half a pair becomes U+FFFD.
+[[nodiscard]] std::string textOfUtf16(std::string_view bytes);
+/// Without a byte order mark, the more significant byte first.
+[[nodiscard]] std::string utf16Of(std::string_view text);
+
 /// What lies between the delimiters, wherever any of them stands; of two at one place the one that comes first in the
 /// list. Without a delimiter that has a character every character is an item.
 [[nodiscard]] std::vector<std::string_view> textItemsOf(std::string_view text,

@@ -12,6 +12,7 @@
 /// Each file in scripts/ is a test. Comment lines say what is to happen:
 ///
 ///     -- expect: TEXT              the result's string value
+///     -- expect source: TEXT       the result as a script would write it
 ///     -- expect none               the script ends without a value
 ///     -- expect list               the value has no string value
 ///     -- expect error: NUMBER      the script fails, or does not compile
@@ -25,6 +26,7 @@ namespace {
 
 struct Expectations {
   std::optional<std::string> text;
+  std::optional<std::string> source;
   bool isNone = false;
   bool isList = false;
   std::optional<std::int64_t> error;
@@ -45,6 +47,7 @@ struct Expectations {
     };
     if (auto text = after("-- expect: ")) result.text = text;
     if (line == "-- expect:") result.text = "";
+    if (auto text = after("-- expect source: ")) result.source = text;
     if (line == "-- expect none") result.isNone = true;
     if (line == "-- expect list") result.isList = true;
     if (auto text = after("-- expect error: ")) result.error = std::stoll(*text);
@@ -65,13 +68,18 @@ class ScriptFile : public testing::TestWithParam<std::filesystem::path> {};
 TEST_P(ScriptFile, DoesWhatItsCommentsExpect) {
   std::string const source = readFile(GetParam());
   Expectations const expected = expectationsIn(source);
-  ASSERT_TRUE(expected.text || expected.isNone || expected.isList || expected.error)
+  ASSERT_TRUE(expected.text || expected.source || expected.isNone || expected.isList || expected.error)
       << GetParam() << " expects nothing";
 
   auto const garden = makeGarden();
   ToyHost host;
   host.applications = {garden.get()};
-  host.folders = {"/Users/me/Pictures", "/Volumes/Disk/Job"};
+  host.folders = {"/", "/Users/me", "/Users/me/Pictures", "/Volumes/Disk/Job"};
+  host.disk.contents = {{"/Users/me/Notes.txt", "one\ntwo\nthree\n"},
+                        {"/Users/me/Library.applescript", "property total : 2\non add(n)\ntotal + n\nend add\n"},
+                        {"/Users/me/Compiled.scpt", "FasdUAS 1.101.10"},
+                        {"/Users/me/.hidden", ""}};
+  host.environment = {{"USER", "me"}};
   host.shell = [](std::string const& command) -> ShellResult {
     if (command.starts_with("echo ")) return {0, command.substr(5) + "\n", ""};
     if (command == "lines") return {0, "one\ntwo\n\n", ""};
@@ -79,7 +87,7 @@ TEST_P(ScriptFile, DoesWhatItsCommentsExpect) {
     return {1, "", "sh: " + command + ": not found\n"};
   };
   TextItemDelimiters delimiters{""};
-  ScriptOutcome const outcome = run(source, host, delimiters);
+  ScriptOutcome const outcome = run(source, host, delimiters, {}, {{}, true, "/Users/me/script.applescript"});
 
   if (expected.error) {
     ASSERT_TRUE(outcome.failure) << "it ended with "
@@ -94,7 +102,11 @@ TEST_P(ScriptFile, DoesWhatItsCommentsExpect) {
                                   << source.substr(outcome.failure->range.start, outcome.failure->range.length) << "'";
     EXPECT_EQ(outcome.result.has_value(), !expected.isNone);
     std::optional<std::string> const text = outcome.result ? stringValue(*outcome.result) : std::nullopt;
-    EXPECT_EQ(text, expected.text);
+    if (expected.source) {
+      EXPECT_EQ(outcome.source, expected.source);
+    } else {
+      EXPECT_EQ(text, expected.text);
+    }
   }
   EXPECT_EQ(host.logged, expected.log);
   if (expected.events) {

@@ -70,6 +70,22 @@ class ToyApplication {
   int hops_ = 0;  ///< properties that the event at hand has followed
 };
 
+/// Files in memory. A folder is there when a file is in it.
+class ToyDisk final : public HostFiles {
+ public:
+  std::optional<Information> information(std::string const& path) override;
+  Bytes read(std::string const& path, std::size_t offset, std::size_t count) override;
+  std::int64_t write(std::string const& path, std::size_t offset, std::string const& bytes) override;
+  std::int64_t resize(std::string const& path, std::size_t size) override;
+  std::optional<std::vector<std::string>> namesIn(std::string const& folder) override;
+
+  std::map<std::string, std::string> contents;  ///< by path
+  std::set<std::string> locked;
+
+ private:
+  [[nodiscard]] bool isFolder(std::string const& path) const;
+};
+
 /// A world of toy applications, a shell that answers what it was told to, and files that a test names.
 class ToyHost final : public Host {
  public:
@@ -84,6 +100,8 @@ class ToyHost final : public Host {
   LocalTime now() override { return {clock, 3600}; }
   void wait(std::chrono::milliseconds duration) override { waits.push_back(duration); }
   std::string homeFolder() override { return "/Users/me"; }
+  HostFiles* files() override { return hasFiles ? &disk : nullptr; }
+  std::optional<std::string> environmentVariable(std::string const& name) override;
 
   std::int64_t clock = 1'700'000'000;  ///< Tuesday, November 14, 2023 at 10:13:20 PM
   std::vector<std::chrono::milliseconds> waits;
@@ -92,6 +110,9 @@ class ToyHost final : public Host {
   std::vector<std::string> commands;  ///< what the shell was asked to run
   std::vector<std::string> logged;
   std::set<std::string> folders;
+  ToyDisk disk;
+  bool hasFiles = true;
+  std::map<std::string, std::string> environment;
   std::vector<std::string> tells;  ///< identifiers of the applications whose tell was entered
 
  private:

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 
 #include "ToyApplication.h"
@@ -44,9 +45,69 @@ ShellResult ToyHost::runShell(std::string const& command) {
 }
 
 Host::FileKind ToyHost::fileKindAt(std::string const& posixPath) {
+  if (disk.contents.contains(posixPath)) return FileKind::file;
   std::string path = posixPath;
   if (path.ends_with('/')) path.pop_back();
   return folders.contains(path) ? FileKind::folder : FileKind::none;
+}
+
+std::optional<std::string> ToyHost::environmentVariable(std::string const& name) {
+  auto const found = environment.find(name);
+  if (found == environment.end()) return std::nullopt;
+  return found->second;
+}
+
+bool ToyDisk::isFolder(std::string const& path) const {
+  std::string const prefix = path.ends_with('/') ? path : path + "/";
+  auto const inside = contents.lower_bound(prefix);
+  return inside != contents.end() && inside->first.starts_with(prefix);
+}
+
+std::optional<HostFiles::Information> ToyDisk::information(std::string const& path) {
+  auto const found = contents.find(path);
+  constexpr std::int64_t kMoment = 1'600'000'000;  // Sunday, September 13, 2020 at 12:26:40 PM
+  if (found != contents.end()) {
+    return Information{false, locked.contains(path), static_cast<std::int64_t>(found->second.size()), kMoment};
+  }
+  if (!isFolder(path)) return std::nullopt;
+  return Information{true, false, 0, kMoment};
+}
+
+HostFiles::Bytes ToyDisk::read(std::string const& path, std::size_t offset, std::size_t count) {
+  auto const found = contents.find(path);
+  if (found == contents.end()) return {"", errors::kFileNotFound};
+  if (offset > found->second.size()) return {};
+  return {found->second.substr(offset, count), 0};
+}
+
+std::int64_t ToyDisk::write(std::string const& path, std::size_t offset, std::string const& bytes) {
+  auto const found = contents.find(path);
+  if (std::int64_t const problem =
+          resize(path, std::max(found == contents.end() ? 0 : found->second.size(), offset + bytes.size()))) {
+    return problem;
+  }
+  contents[path].replace(offset, bytes.size(), bytes);
+  return 0;
+}
+
+std::int64_t ToyDisk::resize(std::string const& path, std::size_t size) {
+  constexpr std::int64_t kNoPermission = -54;
+  if (locked.contains(path)) return kNoPermission;
+  std::string const folder = path.substr(0, path.rfind('/') + 1);
+  if (!contents.contains(path) && (path.ends_with('/') || !isFolder(folder))) return errors::kFileNotFound;
+  contents[path].resize(size);
+  return 0;
+}
+
+std::optional<std::vector<std::string>> ToyDisk::namesIn(std::string const& folder) {
+  if (!isFolder(folder)) return std::nullopt;
+  std::string const prefix = folder.ends_with('/') ? folder : folder + "/";
+  std::set<std::string> names;
+  for (auto const& [path, bytes] : contents) {
+    if (!path.starts_with(prefix)) continue;
+    names.insert(path.substr(prefix.size(), path.find('/', prefix.size()) - prefix.size()));
+  }
+  return std::vector<std::string>(names.begin(), names.end());
 }
 
 std::unique_ptr<ToyApplication> makeGarden() {

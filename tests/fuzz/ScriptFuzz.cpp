@@ -45,9 +45,13 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   test::ToyHost host;
   host.applications = {garden.get()};
   host.shell = [](std::string const& command) { return ShellResult{0, command, ""}; };
+  // Both kinds of host: with files (in memory), and without any.
+  host.hasFiles = size % 2 == 0;
+  host.disk.contents = {{"/Users/me/a.txt", "one\ntwo\n"}, {"/Users/me/b.applescript", "on f(x)\nx + 1\nend f\n"}};
 
   auto const failure = check(source, host, smallLimits());
-  require(garden->events.empty() && host.commands.empty() && host.tells.empty(), "compiling does nothing");
+  bool const isUntouched = garden->events.empty() && host.commands.empty() && host.tells.empty();
+  require(isUntouched && host.disk.contents.size() == 2, "compiling does nothing");
   if (failure) {
     // One of the script's own (`error "" number 0`) need not have them.
     require(failure->number != 0, "a failure to compile has a number");
@@ -58,6 +62,11 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   TextItemDelimiters delimiters{""};
   auto const outcome = run(source, host, delimiters, smallLimits());
   require(!(outcome.result && outcome.failure), "a script has a value or fails");
+  for (auto const& [path, bytes] : host.disk.contents) {
+    require(host.hasFiles || path == "/Users/me/a.txt" || path == "/Users/me/b.applescript",
+            "nothing is made in a sandbox");
+    require(bytes.size() <= 2 * smallLimits().textBytes, "a file is no longer than a text may be");
+  }
   if (outcome.failure) requireInside(*outcome.failure, source);
   if (!failure) return 0;
   require(outcome.failure && outcome.failure->number == failure->number && outcome.failure->message == failure->message,

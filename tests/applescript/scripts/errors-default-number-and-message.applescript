@@ -1,4 +1,4 @@
--- expect: -2700 An error of type -2700 has occurred.
+-- expect: -2700 Unknown error.
 try
 	error
 on error m number n

@@ -1,4 +1,4 @@
--- expect error: -2741
+-- expect error: -2752
 on f()
 end f
 on f()

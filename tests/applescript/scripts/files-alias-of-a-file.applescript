@@ -1,0 +1,2 @@
+-- expect: /Users/me/Notes.txt
+POSIX path of (POSIX file "/Users/me/Notes.txt" as alias)

@@ -1,0 +1,2 @@
+-- expect error: -1702
+load script POSIX file "/Users/me/Compiled.scpt"

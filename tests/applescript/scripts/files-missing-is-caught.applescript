@@ -1,0 +1,6 @@
+-- expect: no file
+try
+	read POSIX file "/Users/me/none.txt"
+on error number -43
+	"no file"
+end try

@@ -1,0 +1,4 @@
+-- expect error: -2763
+on f()
+end f
+"a" & f()

@@ -1,0 +1,4 @@
+-- expect source: 0
+considering case
+	offset of "C" in "abc"
+end considering

@@ -1,0 +1,3 @@
+-- expect error: -1728
+-- expect message: Can’t get end of {1, 2}.
+get end of {1, 2}

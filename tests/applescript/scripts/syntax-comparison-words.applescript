@@ -1,0 +1,2 @@
+-- expect source: {true, true, true, true, true, true, false, true, true, true, true, true, true, true, true, true, true, true, false, true, true}
+{1 is less than 2, 2 is greater than or equal to 2, 2 ≥ 2, 2 >= 2, 1 ≠ 2, 1 <= 2, 2 is not less than 3, 1 equals 1, 1 is equal to 1, 1 does not equal 2, "ab" starts with "a", "ab" begins with "a", "ab" ends with "b", 3 comes after 2, 1 is not 2, 1 is not equal to 2, 1 isn't 2, "a" is contained by "abc", "a" is not contained by "abc", 5 is greater than 4, 5 > 4 and 3 < 4}

@@ -1,0 +1,3 @@
+-- expect source: 1
+#!/usr/bin/osascript
+1

@@ -1,0 +1,3 @@
+-- expect source: {65535, 0, 0}
+set c to {65535, 0, 0} as RGB color
+c
