@@ -31,6 +31,19 @@ class Tool : public ::testing::Test {
   support::TemporaryFolder folder_;
 };
 
+TEST_F(Tool, TellsAScriptWhereItsFileIs) {
+  folder_.write("a.applescript", "POSIX path of (path to me)");
+  expect("./a.applescript", (folder_ / "a.applescript").string() + "\n");
+}
+
+TEST_F(Tool, ReadsAndWritesFiles) {
+  std::string const path = (folder_ / "notes.txt").string();
+  expect("-e 'set f to open for access POSIX file \"" + path + "\" with write permission' -e 'set eof f to 0' " +
+             "-e 'write \"été\" to f' -e 'close access f' -e 'read POSIX file \"" + path + "\"'",
+         "été\n");
+  EXPECT_EQ(folder_.read("notes.txt"), "été");
+}
+
 TEST_F(Tool, RunsLinesFilesAndStandardInput) {
   expect("-e '1 + 1'", "2\n");
   expect("-e 'set x to 20' -e 'x + 1'", "21\n");

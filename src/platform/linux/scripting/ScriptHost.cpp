@@ -80,6 +80,16 @@ void ScriptHost::wait(std::chrono::milliseconds duration) {
   std::this_thread::sleep_for(duration);
 }
 
+applescript::HostFiles* ScriptHost::files() {
+  return &files_;
+}
+
+std::optional<std::string> ScriptHost::environmentVariable(std::string const& name) {
+  char const* value = std::getenv(name.c_str());  // NOLINT(concurrency-mt-unsafe): nothing here changes the environment
+  if (value == nullptr) return std::nullopt;
+  return value;
+}
+
 std::string ScriptHost::homeFolder() {
   char const* home = std::getenv("HOME");  // NOLINT(concurrency-mt-unsafe): nothing here changes the environment
   return home == nullptr ? "/" : home;

@@ -10,6 +10,7 @@
 #include "applescript/Host.h"
 #include "platform/linux/scripting/ApplicationFinder.h"
 #include "platform/linux/scripting/AutomationGate.h"
+#include "platform/linux/scripting/ScriptFiles.h"
 #include "scriptingbus/AppleEventClient.h"
 
 namespace morla::linux {
@@ -51,10 +52,13 @@ class ScriptHost final : public applescript::Host {
   LocalTime now() override;
   void wait(std::chrono::milliseconds duration) override;
   std::string homeFolder() override;
+  [[nodiscard]] applescript::HostFiles* files() override;
+  [[nodiscard]] std::optional<std::string> environmentVariable(std::string const& name) override;
 
  private:
   ScriptingServices& services_;
   std::function<void(std::string const&)> log_;
+  ScriptFiles files_;
   scriptingbus::KnownOwners owners_;
   /// The identifiers of those that have answered since their `tell` was entered. One that ends then has been ended by
   /// somebody, and the rest of the block must not start it again.

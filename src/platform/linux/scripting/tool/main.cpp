@@ -73,7 +73,9 @@ static int runScript(ToolArguments const& arguments, std::string const& source) 
     return failure ? report(arguments, source, *failure) : 0;
   }
   applescript::TextItemDelimiters delimiters{""};
-  auto const outcome = applescript::run(source, host, delimiters, {}, {arguments.scriptArguments, true});
+  bool const isFile = arguments.lines.empty() && arguments.file != "-";
+  std::string const path = isFile ? std::filesystem::absolute(arguments.file).lexically_normal().string() : "";
+  auto const outcome = applescript::run(source, host, delimiters, {}, {arguments.scriptArguments, true, path});
   if (outcome.failure) return report(arguments, source, *outcome.failure);
   if (!outcome.source) return 0;
   std::cout << shown(arguments, outcome) << '\n';
