@@ -60,6 +60,13 @@ Value const* field(Record const& record, Code key) {
   return nullptr;
 }
 
+/// "first variant whose …": of the objects that pass the test, not inside of each of them.
+bool isChoice(Specifier const& specifier) {
+  auto const* container = specifier.container.as<SpecifierPointer>();
+  return container != nullptr && (*container)->form == KeyForm::test && (*container)->wanted == specifier.wanted &&
+         specifier.form != KeyForm::property;
+}
+
 /// Where a range begins or ends: an index, or an index specifier that is relative to the range's container.
 std::optional<std::int64_t> boundOf(Value const* bound, Code wanted) {
   if (bound == nullptr) return {};
@@ -188,8 +195,11 @@ std::variant<Found, EventError> Resolver::element(Request const& request, Object
   if (specifier.form == KeyForm::id) return elementWithId(request, container);
   auto listed = elements(container, specifier.wanted, request.value);
   if (auto* error = std::get_if<EventError>(&listed)) return *std::move(error);
-  auto const& all = std::get<std::vector<ObjectReference>>(listed);
+  return among(request, std::get<std::vector<ObjectReference>>(listed));
+}
 
+std::variant<Found, EventError> Resolver::among(Request const& request, std::vector<ObjectReference> const& all) const {
+  Specifier const& specifier = request.specifier;
   switch (specifier.form) {
     case KeyForm::every:
       return Found{Found::Number::many, {all.begin(), all.end()}};
@@ -221,8 +231,13 @@ std::variant<Found, EventError> Resolver::element(Request const& request, Object
     }
     case KeyForm::test:
       return elementsThatPass(request, all);
+    case KeyForm::id: {
+      auto const* id = specifier.selector.as<std::string>();
+      auto const found = id == nullptr ? all.end() : std::ranges::find(all, *id, &ObjectReference::id);
+      if (found == all.end()) return failures::cannotGet(request.value);
+      return Found{Found::Number::one, {*found}};
+    }
     case KeyForm::relative:
-    case KeyForm::id:
     case KeyForm::property:
       break;
   }
@@ -248,6 +263,11 @@ std::variant<Found, EventError> Resolver::resolve(Value const& value, Considerat
   auto containers = resolve(specifier.container, considerations, examined);
   if (auto* error = std::get_if<EventError>(&containers)) return *std::move(error);
   auto const& outer = std::get<Found>(containers);
+  if (isChoice(specifier)) {
+    std::vector<ObjectReference> all;
+    for (auto const& item : outer.items) all.push_back(std::get<ObjectReference>(item));
+    return among(request, all);
+  }
 
   Found found{outer.number, {}};
   for (auto const& item : outer.items) {

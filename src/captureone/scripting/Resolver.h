@@ -56,6 +56,9 @@ class Resolver {
                                                                       ObjectReference const& container) const;
   [[nodiscard]] std::variant<Found, applescript::EventError> element(Request const& request,
                                                                      ObjectReference const& container) const;
+  /// The specifier's choice of these objects.
+  [[nodiscard]] std::variant<Found, applescript::EventError> among(Request const& request,
+                                                                   std::vector<ObjectReference> const& all) const;
   [[nodiscard]] std::variant<Found, applescript::EventError> elementWithId(Request const& request,
                                                                            ObjectReference const& container) const;
   [[nodiscard]] std::variant<Found, applescript::EventError> elementsThatPass(

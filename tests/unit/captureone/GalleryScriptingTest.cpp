@@ -112,6 +112,20 @@ TEST_F(GalleryScriptingTest, ATestPicksTheObjectsForWhichItHolds) {
   for (auto const& row : rows) EXPECT_EQ(idsWhere(row.condition), row.expected) << row.label;
 }
 
+TEST_F(GalleryScriptingTest, AmongTheObjectsThatPassATestOneCanBePicked) {
+  auto const late = pick(codes::kVariant, KeyForm::test, test(">", its("posn"), std::int64_t{9}), document());
+  auto const idOf = [&](KeyForm form, Value selector) {
+    return get(property("ID  ", pick(codes::kVariant, form, std::move(selector), late)));
+  };
+  EXPECT_EQ(value(idOf(KeyForm::index, std::int64_t{1})), Value("10"));
+  EXPECT_EQ(value(idOf(KeyForm::index, std::int64_t{-1})), Value("12"));
+  EXPECT_EQ(value(idOf(KeyForm::id, "11")), Value("11"));
+  EXPECT_EQ(value(idOf(KeyForm::name, "Atelier_0011")), Value("11"));
+  EXPECT_EQ(error(idOf(KeyForm::index, std::int64_t{4})), -1719);
+  EXPECT_EQ(error(idOf(KeyForm::id, "9")), -1728);
+  EXPECT_EQ(error(idOf(KeyForm::name, "Atelier_0001")), -1728);
+}
+
 TEST_F(GalleryScriptingTest, ATestThatMeansNothingIsAnError) {
   struct Row {
     char const* label;
