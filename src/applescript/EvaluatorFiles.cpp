@@ -14,7 +14,6 @@ constexpr std::int64_t kEndOfFile = -39;
 constexpr std::int64_t kTooManyOpen = -42;
 constexpr std::int64_t kAlreadyOpen = -49;
 constexpr std::int64_t kBadParameter = -50;
-constexpr std::int64_t kBadReference = -51;
 constexpr std::int64_t kNotWritable = -61;
 
 [[noreturn]] void raiseAboutFile(std::int64_t number, std::string const& path) {

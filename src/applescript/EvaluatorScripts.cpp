@@ -159,7 +159,8 @@ void Evaluator::bindParameters(Handler const& handler, std::vector<Datum> const&
   for (HandlerParameter const& parameter : handler.parameters) {
     if (parameter.standard == nullptr) ++required;
   }
-  if (arguments.size() < required || arguments.size() > handler.parameters.size()) {
+  // More than it takes are no error: functions that are handed over get more than they ask for.
+  if (arguments.size() < required) {
     std::string names;
     for (HandlerParameter const& parameter : handler.parameters) {
       auto const* name = parameter.pattern->as<tree::Variable>();

@@ -107,7 +107,8 @@ void Parser::parseFlags(std::vector<Dictionary::Parameter const*> const& paramet
 /// count := "count" ["of"] operand ["each" class]
 ExpressionPointer Parser::parseCount(std::size_t start) {
   acceptWord("of");
-  ExpressionPointer operand = word().isName("each") ? make(start, tree::ImpliedTarget{}) : parseOperand();
+  bool const isOfTarget = word().isName("each") || !startsExpression();
+  ExpressionPointer operand = isOfTarget ? make(start, tree::ImpliedTarget{}) : parseOperand();
   if (acceptWord("each")) {
     std::optional<Code> const type = parseClassName();
     if (word().isName("of") || word().isName("in")) {

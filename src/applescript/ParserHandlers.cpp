@@ -56,6 +56,7 @@ void Parser::parseScriptBody(Script& script) {
   Nesting const nesting(*this);
   RoutineScope run{&script.run.routine, {}};
   RoutineScope initializers{&script.initializers, {}};
+  std::vector<std::pair<std::size_t, tree::Variable>> objects;  // with their places among the statements
   Scoped<RoutineScope*> const routine(routine_, &run);
   Scoped<std::size_t> const loops(loops_, 0);
   while (!failed() && word().kind != WordKind::end && !(isNested_ && atBlockEnd())) {
@@ -70,6 +71,7 @@ void Parser::parseScriptBody(Script& script) {
       parseProperty(script);
     } else if (word().isName("script")) {
       std::unique_ptr<Script> inner = parseScriptObject(initializers);
+      objects.emplace_back(script.run.body.size(), tree::Variable{inner->key, inner->name, slotOf(inner->key)});
       RecordKey key = inner->key;
       script.members.push_back({std::move(key), nullptr, std::move(inner)});
     } else if (resolver_.matchPhrase(cursor_, "use") > 0 && resolve().kind == Resolution::Kind::identifier) {
@@ -79,6 +81,12 @@ void Parser::parseScriptBody(Script& script) {
       script.run.body.push_back(parseStatement());
     }
     expectStatementEnd();
+  }
+  // Where the script itself is run, a script object among its statements is one, with a value.
+  for (std::size_t i = objects.size(); script.isRunImplied && i-- > 0;) {
+    auto& [place, variable] = objects[i];
+    Statement statement{tree::Evaluate{make(cursor_, std::move(variable))}, {}};
+    script.run.body.insert(script.run.body.begin() + static_cast<std::ptrdiff_t>(place), std::move(statement));
   }
   finish(run);
   finish(initializers);
