@@ -305,12 +305,44 @@ def benchmarked(bench, program):
     return times
 
 
-@measurement("script", "status script in one process, compile", "status script in one process, compile and run")
+PYTHON_ADDITIONS = """
+import time
+for _ in range(%d):
+    start = time.perf_counter()
+    x = 0
+    for i in range(1, 1000001):
+        x = x + 1
+    print((time.perf_counter() - start) * 1000)
+"""
+
+
+def python_additions(bench):
+    """How long a million additions take in the interpreter that runs this, in milliseconds."""
+    program = PYTHON_ADDITIONS % bench.count(9, 1)
+    done = subprocess.run(["/usr/bin/python3", "-c", program], stdout=subprocess.PIPE, text=True, check=True,
+                          timeout=600)
+    return [float(line) for line in done.stdout.split()]
+
+
+@measurement("script", "status script in one process, compile", "status script in one process, compile and run",
+             "a megabyte of script, compiled", "a loop of a million additions", "100,000 times `& \"x\"` to a text",
+             "100,000 items to the end of a list", "100,000 items of a list read")
 def _(bench):
     times = benchmarked(bench, "bench_script")
+    half = "half as many"
+
+    def growing(what, name):
+        return Row(what, "ms", times[f"{name}/100000"], times[f"{name}/50000"], half, Mark(2.5, of_ratio=True))
+
     return [Row("status script in one process, compile", "ms", times["compileStatusScript"]),
             Row("status script in one process, compile and run", "ms", times["compileAndRunStatusScript"],
-                times["answerItsEvents"], "the application's own part", Mark(0.3))]
+                times["answerItsEvents"], "the application's own part", Mark(0.3)),
+            Row("a megabyte of script, compiled", "ms", times["compileAMegabyte"], mark=Mark(200)),
+            Row("a loop of a million additions", "ms", times["addAMillionTimes"], python_additions(bench),
+                "python3", Mark(10, of_ratio=True)),
+            growing("100,000 times `& \"x\"` to a text", "buildText"),
+            growing("100,000 items to the end of a list", "buildList"),
+            growing("100,000 items of a list read", "readList")]
 
 
 # --- The views
