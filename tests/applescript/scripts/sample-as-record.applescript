@@ -1,0 +1,2 @@
+-- expect source: {a:1}
+{a:1} as record

@@ -1,0 +1,4 @@
+-- expect source: true
+ignoring punctuation
+	"it's" = "its"
+end ignoring

@@ -1,0 +1,6 @@
+-- expect source: {"a", "b"}
+set l to {¬
+	"a", ¬
+	"b" ¬
+		}
+l

@@ -1,0 +1,2 @@
+-- expect error: -1700
+{2 ^ 31 as integer}

@@ -1,0 +1,3 @@
+-- expect error: -2741
+if true then
+	1

@@ -1,0 +1,2 @@
+-- expect source: 2
+offset of "b" in {"a", "b"}

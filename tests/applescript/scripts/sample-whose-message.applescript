@@ -1,0 +1,2 @@
+-- expect error: -1728
+every integer of {1, 2} whose it > 1
