@@ -213,7 +213,8 @@ class Evaluator {
 
   Script const* script_;
   RunState* state_;
-  std::vector<std::unique_ptr<Script const>> ownScripts_;  ///< what `run script` compiled
+  std::vector<std::unique_ptr<Script const>> ownScripts_;  ///< what `run script` and `load script` compiled
+  std::size_t ownScriptBytes_ = 0;                         ///< their texts together
   ScriptReference top_;
   ActivationReference current_;
   std::optional<Datum> lastResult_;

@@ -245,6 +245,8 @@ Datum Evaluator::pathTo(tree::Command const& node) {
 /// The script that a text or a file holds; it stays as long as this evaluator.
 Script const& Evaluator::compiled(Datum const& source) {
   std::string const text = source.as<Text>() != nullptr ? source.as<Text>()->string() : scriptText(source);
+  ownScriptBytes_ += text.size();
+  if (ownScriptBytes_ > state_->limits.textBytes) raise(errors::kValueTooLarge, "The scripts are too large together.");
   Parser::Result parsed = Parser(text, state_->applications, state_->limits).parse();
   if (!parsed.script) raise(parsed.failure->number, parsed.failure->message);
   ownScripts_.push_back(std::make_unique<Script const>(*std::move(parsed.script)));

@@ -102,6 +102,34 @@ TEST_F(Interpreter, BoundsTheSizeOfTextsAndLists) {
   EXPECT_EQ(errorOf("set l to {1}\nrepeat\nset l to l & l\nend repeat", limits), -2708);
 }
 
+TEST_F(Interpreter, BoundsTheFilesThatItReadsAndWrites) {
+  Limits limits;
+  limits.textBytes = 100;
+  host_.disk.contents = {{"/a", std::string(200, 'x')}};
+  EXPECT_EQ(errorOf("read POSIX file \"/a\"", limits), -2708);
+  EXPECT_EQ(errorOf("set eof of POSIX file \"/a\" to 1000", limits), -2708);
+  EXPECT_EQ(errorOf("write \"x\" to POSIX file \"/a\" starting at 1000", limits), -2708);
+  EXPECT_EQ(errorOf("repeat 200 times\nopen for access POSIX file \"/a\"\nend repeat"), -42);
+  EXPECT_EQ(errorOf("read POSIX file \"/a\" for 50", limits), 0);
+}
+
+TEST_F(Interpreter, BoundsTheScriptsThatAScriptCompiles) {
+  Limits limits;
+  limits.textBytes = 100;
+  EXPECT_EQ(errorOf("repeat 50 times\nrun script \"1 + 1\"\nend repeat", limits), -2708);
+}
+
+TEST_F(Interpreter, TouchesNoFileOfAHostThatHasNone) {
+  host_.disk.contents = {{"/a", "x"}};
+  host_.hasFiles = false;
+  for (char const* const command :
+       {"read POSIX file \"/a\"", "open for access POSIX file \"/a\"", "write \"x\" to POSIX file \"/a\"",
+        "get eof POSIX file \"/a\"", "set eof POSIX file \"/a\" to 0", "info for POSIX file \"/a\"",
+        "list folder POSIX file \"/\"", "load script POSIX file \"/a\"", "run script POSIX file \"/a\""}) {
+    EXPECT_EQ(errorOf(command), -10004) << command;
+  }
+}
+
 TEST_F(Interpreter, BoundsWhatAllValuesHoldTogether) {
   Limits limits;
   limits.memoryBytes = 1'000'000;
