@@ -2,7 +2,7 @@
 # desktop xfwm4: --tray none --wm xfwm4
 """Key chords on keyboards of several countries, and on keyboards that change while MORLA runs."""
 
-from lib.keyboard import COMMAND, KeyboardTest, pressed_and_released
+from lib.keyboard import COMMAND, OPTION, KeyboardTest, pressed_and_released
 from lib.morlatest import main, programs
 
 SUPER = [("Super_L", True), ("Super_L", False)]
@@ -51,6 +51,19 @@ class Layout(KeyboardTest):
         self.received()
         self.keys.tap("a", "q")
         self.expect(fires=1, gets=pressed_and_released("q"))
+
+    def test_what_altgr_types_reaches_the_application_and_fires_nothing(self):
+        self.set_layout("fr")
+        for mask in (0, OPTION):
+            with self.subTest(mask=mask):
+                self.start_with_chord("À", mask)
+                self.keys.chord("ISO_Level3_Shift", "agrave")
+                self.expect(fires=0, gets=[("ISO_Level3_Shift", True), *pressed_and_released("agrave"),
+                                           ("ISO_Level3_Shift", False)])
+                self.desktop.quit_morla()
+        self.start_with_chord("À", OPTION)
+        self.keys.chord("Alt_L", "agrave")
+        self.expect(fires=1, gets=pressed_and_released("Alt_L"))
 
 
 if __name__ == "__main__":

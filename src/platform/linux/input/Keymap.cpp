@@ -83,8 +83,12 @@ bool Keymap::readModifiers(xcb_connection_t* connection, xkb_keymap* keymap) {
         break;
       case XKB_KEY_Alt_L:
       case XKB_KEY_Alt_R:
-      case XKB_KEY_ISO_Level3_Shift:
         option_ = static_cast<std::uint8_t>(option_ | bit);
+        break;
+      case XKB_KEY_ISO_Level3_Shift:
+      case XKB_KEY_ISO_Level5_Shift:
+      case XKB_KEY_Mode_switch:
+        text_ = static_cast<std::uint8_t>(text_ | bit);
         break;
       case XKB_KEY_Num_Lock:
         numLock_ = static_cast<std::uint8_t>(numLock_ | bit);
@@ -93,6 +97,8 @@ bool Keymap::readModifiers(xcb_connection_t* connection, xkb_keymap* keymap) {
         break;
     }
   }
+  // Where Alt is the same modifier, nothing tells them apart.
+  text_ = static_cast<std::uint8_t>(text_ & ~unsigned{option_});
   return true;
 }
 
@@ -122,7 +128,7 @@ platform::ModifierFlags Keymap::flags(std::uint16_t state) const {
   if ((state & XCB_MOD_MASK_LOCK) != 0) flags = flags | platform::kCapsLockFlag;
   if ((state & XCB_MOD_MASK_SHIFT) != 0) flags = flags | platform::kShiftFlag;
   if ((state & XCB_MOD_MASK_CONTROL) != 0) flags = flags | platform::kControlFlag;
-  if ((state & option_) != 0) flags = flags | platform::kOptionFlag;
+  if ((state & (option_ | text_)) != 0) flags = flags | platform::kOptionFlag;
   if ((state & command_) != 0) flags = flags | platform::kCommandFlag;
   return flags;
 }
@@ -132,6 +138,8 @@ platform::KeyEvent Keymap::event(xcb_keycode_t key, std::uint16_t state, platfor
   auto const modifier = modifierOfKey_[key];
   if (modifier == 0) {
     event.modifierFlags = flags(state);
+    // A release keeps them: the key may have been pressed before AltGr.
+    if (type == platform::KeyEventType::down && (state & text_) != 0) return event;
     event.charactersIgnoringModifiers = characters(key, groupOf(state), (state & XCB_MOD_MASK_SHIFT) != 0);
     return event;
   }
@@ -152,6 +160,7 @@ std::vector<Keymap::Grab> Keymap::grabs(platform::WantedKeys const& wanted, unsi
     if (text.empty() || isModifier(static_cast<xcb_keycode_t>(key))) continue;
     if (!wanted.characters.contains(unicode::uppercased(text))) continue;
     for (std::uint16_t state = 0; state <= kModifierBits; ++state) {
+      if ((state & text_) != 0) continue;
       if ((flags(state).bits & kCounting.bits) != (wanted.modifiers.bits & kCounting.bits)) continue;
       grabs.push_back({static_cast<xcb_keycode_t>(key), state});
     }

@@ -23,7 +23,8 @@ class Keymap {
   /// Asks the server several times. None when the server has no XKB or is gone.
   [[nodiscard]] static std::shared_ptr<Keymap const> load(xcb_connection_t* connection);
 
-  /// `state`: as in a core key event, the modifiers before the event and the layout (group) in bits 13 and 14.
+  /// `state`: as in a core key event, the modifiers before the event and the layout (group) in bits 13 and 14. What is
+  /// pressed with AltGr is text and nothing else: such a press has no characters, so that it is of no chord.
   [[nodiscard]] platform::KeyEvent event(xcb_keycode_t key, std::uint16_t state, platform::KeyEventType type) const;
 
   [[nodiscard]] bool isModifier(xcb_keycode_t key) const { return modifierOfKey_[key] != 0; }
@@ -37,7 +38,7 @@ class Keymap {
     friend auto operator<=>(Grab const&, Grab const&) = default;
   };
   /// Each key that types one of the upper-case characters in layout `group`, with each set of modifiers under which it
-  /// is wanted: also those that are none on a Mac.
+  /// is wanted: also those that are none on a Mac, but not AltGr.
   [[nodiscard]] std::vector<Grab> grabs(platform::WantedKeys const& wanted, unsigned group) const;
 
  private:
@@ -57,6 +58,7 @@ class Keymap {
   std::array<std::uint8_t, kKeys> modifierOfKey_{};  ///< the bits in an event's state
   std::uint8_t command_ = 0;
   std::uint8_t option_ = 0;
+  std::uint8_t text_ = 0;  ///< AltGr and its like, which type what stands third on a key; they count as Option too
   std::uint8_t numLock_ = 0;
 };
 

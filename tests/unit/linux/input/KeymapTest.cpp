@@ -47,10 +47,17 @@ TEST_F(KeymapTest, OfTheModifiersShiftAloneChangesWhatAKeyTypes) {
   EXPECT_EQ(typed(kA, 0), "a");
   EXPECT_EQ(typed(kA, kShiftState), "A");
   EXPECT_EQ(typed(kOne, kShiftState), "!");
-  for (std::uint16_t const state :
-       {kLockState, kControlState, kAltState, kNumLockState, kSuperState, kThirdLevelState}) {
+  for (std::uint16_t const state : {kLockState, kControlState, kAltState, kNumLockState, kSuperState}) {
     EXPECT_EQ(typed(kA, state), "a") << state;
   }
+}
+
+TEST_F(KeymapTest, APressWithAltGrIsTextAndHasNoCharactersForAChord) {
+  EXPECT_EQ(typed(kA, kThirdLevelState), "");
+  EXPECT_EQ(typed(kA, kThirdLevelState | kShiftState), "");
+  EXPECT_EQ(typed(kF5, kThirdLevelState), "");
+  auto const released = keymap_->event(kA, kThirdLevelState, KeyEventType::up);
+  EXPECT_EQ(released.charactersIgnoringModifiers, "a") << "it may have been pressed before AltGr";
 }
 
 TEST_F(KeymapTest, FunctionKeysTypeWhatMacOsSays) {
@@ -96,6 +103,14 @@ TEST_F(KeymapTest, AWantedKeyIsWantedUnderEverySetOfLocks) {
   EXPECT_TRUE(states.contains(kSuperState));
   EXPECT_TRUE(states.contains(kSuperState | kLockState | kNumLockState));
   EXPECT_FALSE(states.contains(kSuperState | kThirdLevelState)) << "that is Option as well";
+}
+
+TEST_F(KeymapTest, NoKeyIsWantedWithAltGr) {
+  for (auto const modifiers : {platform::ModifierFlags{}, platform::kOptionFlag}) {
+    auto const grabs = keymap_->grabs({{"A"}, modifiers}, 0);
+    EXPECT_FALSE(grabs.empty());
+    for (auto const& grab : grabs) EXPECT_EQ(grab.modifiers & kThirdLevelState, 0);
+  }
 }
 
 TEST_F(KeymapTest, AShiftedCharacterIsFoundUnderShiftOnly) {
