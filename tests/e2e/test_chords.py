@@ -8,7 +8,7 @@ import json
 import os
 
 from lib.keyboard import COMMAND, CONTROL, OPTION, SHIFT, KeyboardTest, pressed_and_released
-from lib.morlatest import main, programs
+from lib.morlatest import SECONDS, main, programs
 
 SUPER = [("Super_L", True), ("Super_L", False)]
 
@@ -100,6 +100,24 @@ class Chord(KeyboardTest):
         got = {name for name, _ in self.received()}
         self.assertEqual(got, {"x"})
         self.assertEqual(self.fired(), ["hotkeyPressed"])
+
+    def test_a_key_that_repeats_already_when_the_modifier_comes_fires_nothing(self):
+        self.start_with_chord("K", COMMAND)
+        programs.run("xset", "r", "rate", "20", "100")
+        self.keys.repeat(True)
+        code = self.keys.code("k")
+        self.keys.down("k")
+        for _ in range(3):
+            self.application.lines_until(f"down {code}", SECONDS)
+        self.keys.down("Super_L")
+        self.trace.expect_none(lambda event: event.get("notification") == "hotkeyPressed", 0.5,
+                               "the chord of a key that repeats already")
+        self.keys.repeat(False)
+        self.keys.up("k", "Super_L")
+        got = self.received()
+        self.assertEqual(got[got.index(SUPER[0]):], SUPER)
+        self.keys.chord("Super_L", "k")
+        self.expect(fires=1, gets=SUPER)
 
     def test_with_caps_lock_and_num_lock_on(self):
         self.start_with_chord("K", 0)

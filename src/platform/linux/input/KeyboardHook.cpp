@@ -59,15 +59,17 @@ std::unique_ptr<KeyboardHook> KeyboardHook::open(MainLoop& loop, Decider& decide
   if (connections[0] == nullptr || connections[1] == nullptr) return nullptr;
   auto const xkb = Xkb::start(connections[0].get());
   if (!xkb || !Xkb::start(connections[1].get())) return nullptr;
+  auto const presses = RawPresses::start(connections[0].get());
+  if (!presses) return nullptr;
   Xkb::selectNotices(connections[0].get());
   auto keymap = Keymap::load(connections[0].get());
   if (keymap == nullptr) return nullptr;
   auto const state = xkb->state(connections[0].get());
   return std::unique_ptr<KeyboardHook>(
-      new KeyboardHook(loop, decider, std::move(connections), *xkb, std::move(keymap), state));
+      new KeyboardHook(loop, decider, std::move(connections), *presses, *xkb, std::move(keymap), state));
 }
 
-KeyboardHook::KeyboardHook(MainLoop& loop, Decider& decider, Connections connections, Xkb xkb,
+KeyboardHook::KeyboardHook(MainLoop& loop, Decider& decider, Connections connections, RawPresses presses, Xkb xkb,
                            std::shared_ptr<Keymap const> keymap, std::uint16_t state)
     : loop_(loop),
       link_(std::make_shared<Link>(Link{&decider})),
@@ -78,6 +80,7 @@ KeyboardHook::KeyboardHook(MainLoop& loop, Decider& decider, Connections connect
       wakeUp_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
       longestDecision_(longestDecision()),
       state_(state),
+      presses_(presses),
       thread_([this] { run(); }) {}
 
 KeyboardHook::~KeyboardHook() {
@@ -138,7 +141,9 @@ void KeyboardHook::handle(xcb_generic_event_t const& event, std::size_t connecti
     handleKey(reinterpret_cast<xcb_key_press_event_t const&>(event), connection);
     return;
   }
-  auto const notice = connection == 0 ? xkb_.notice(event) : std::nullopt;
+  if (connection != 0) return;
+  presses_.note(event);
+  auto const notice = xkb_.notice(event);
   if (!notice) return;
   isKeymapStale_ = isKeymapStale_ || notice->isNewKeymap;
   if (!notice->state) return;
@@ -170,10 +175,11 @@ void KeyboardHook::reloadKeymap() {
 void KeyboardHook::handleKey(xcb_key_press_event_t const& event, std::size_t connection) {
   if (isKeymapStale_) reloadKeymap();
   owner_ = connection;
+  if (swallowed_.empty()) down_.clear();
   auto const key = event.detail;
   bool const isPress = (event.response_type & 0x7FU) == XCB_KEY_PRESS;
   auto keyEvent = grabs_.keymap()->event(key, event.state, isPress ? KeyEventType::down : KeyEventType::up);
-  keyEvent.isAutoRepeat = isPress && swallowed_.contains(key);
+  keyEvent.isAutoRepeat = isPress && isRepeat(event);
 
   auto const decision = ask(keyEvent);
   if (!decision) {
@@ -182,8 +188,10 @@ void KeyboardHook::handleKey(xcb_key_press_event_t const& event, std::size_t con
   }
   bool isSwallowed = *decision == TapDecision::swallow && keyEvent.type != KeyEventType::flagsChanged;
   if (isPress) {
+    down_.insert(key);
     if (isSwallowed) swallowed_.insert(key);
   } else {
+    down_.erase(key);
     // Who has seen a key go down must see it come up.
     isSwallowed = swallowed_.erase(key) != 0 && isSwallowed;
   }
@@ -192,6 +200,10 @@ void KeyboardHook::handleKey(xcb_key_press_event_t const& event, std::size_t con
   } else {
     pass();
   }
+}
+
+bool KeyboardHook::isRepeat(xcb_key_press_event_t const& press) const {
+  return swallowed_.empty() ? presses_.isRepeat(press) : down_.contains(press.detail);
 }
 
 std::optional<TapDecision> KeyboardHook::ask(platform::KeyEvent const& event) {

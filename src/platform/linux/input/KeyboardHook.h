@@ -11,6 +11,7 @@
 
 #include "base/MainLoop.h"
 #include "platform/linux/input/KeyGrabs.h"
+#include "platform/linux/input/RawPresses.h"
 #include "platform/linux/input/XcbHandle.h"
 #include "platform/linux/input/Xkb.h"
 
@@ -43,7 +44,8 @@ class KeyboardHook {
     virtual void connectionWasLost() = 0;
   };
 
-  /// Main thread. None when the server takes no further connections or has no XKB. `loop` and `decider` outlive it.
+  /// Main thread. None when the server takes no further connections, has no XKB or no XInput 2.2. `loop` and `decider`
+  /// outlive it.
   [[nodiscard]] static std::unique_ptr<KeyboardHook> open(MainLoop& loop, Decider& decider);
   ~KeyboardHook();
   KeyboardHook(KeyboardHook const&) = delete;
@@ -57,8 +59,8 @@ class KeyboardHook {
   struct Question;
   using Connections = std::array<XcbConnection, 2>;
 
-  KeyboardHook(MainLoop& loop, Decider& decider, Connections connections, Xkb xkb, std::shared_ptr<Keymap const> keymap,
-               std::uint16_t state);
+  KeyboardHook(MainLoop& loop, Decider& decider, Connections connections, RawPresses presses, Xkb xkb,
+               std::shared_ptr<Keymap const> keymap, std::uint16_t state);
 
   // On the hook's own thread from here on.
   void run();
@@ -66,6 +68,7 @@ class KeyboardHook {
   [[nodiscard]] XcbOwned<xcb_generic_event_t> nextEvent(std::size_t& connection);
   void handle(xcb_generic_event_t const& event, std::size_t connection);
   void handleKey(xcb_key_press_event_t const& event, std::size_t connection);
+  [[nodiscard]] bool isRepeat(xcb_key_press_event_t const& press) const;
   void reloadKeymap();
   /// Nothing when no decision came in time.
   [[nodiscard]] std::optional<platform::TapDecision> ask(platform::KeyEvent const& event);
@@ -96,10 +99,12 @@ class KeyboardHook {
 
   // The thread's own.
   std::uint16_t state_;
+  RawPresses presses_;  ///< on the first connection
   bool isKeymapStale_ = false;
   std::size_t owner_ = 0;              ///< the connection that the last key came on
   bool hasKeyboard_ = false;           ///< the whole keyboard, not one key
   std::set<xcb_keycode_t> swallowed_;  ///< pressed, swallowed, and still down
+  std::set<xcb_keycode_t> down_;       ///< pressed since the first of these, and still down
 
   std::thread thread_;
 };
