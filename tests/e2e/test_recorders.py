@@ -1,4 +1,5 @@
 # desktop: --tray none
+# desktop xfwm4: --tray none --wm xfwm4
 """The shortcut recorders in a window of their own, under a person's hands."""
 
 import os
@@ -132,6 +133,30 @@ class Recorders(DesktopTest):
         self.record(MIRROR)
         self.keys.chord("a", "Escape")
         self.expect(MIRROR, "currentChars", ["A", "⎋"])
+
+    def test_a_key_that_is_held_and_repeats_stays_held(self):
+        self.start_host()
+        programs.run("xset", "r", "rate", "20", "100")
+        self.keys.repeat(True)
+        self.record(MIRROR)
+        self.keys.down("a")
+        for _ in range(5):  # each repeat is a key that is accepted
+            self.expect(MIRROR, "errorMessage", "")
+        self.keys.down("b")
+        self.keys.up("b", "a")
+        self.expect(MIRROR, "isRecording", False)
+        self.expect_stored("hotkey", "A+B", 0)
+        self.assertEqual(self.others_got(), [])
+
+    def test_a_chord_of_another_button_fires_instead_of_being_recorded(self):
+        morla("defaults", "write", "airdropHotkeyChars", "text", "J")
+        self.start_host()
+        self.record(MIRROR)
+        self.keys.tap("j")
+        self.trace.wait_for(lambda event: event.get("notification") == "airdropHotkeyPressed", SECONDS, "it fires")
+        self.keys.tap("k")
+        self.expect(MIRROR, "currentChars", ["K"])
+        self.assertEqual(self.others_got(), [])
 
     def test_another_button_ends_the_recording_of_the_first(self):
         self.start_host()

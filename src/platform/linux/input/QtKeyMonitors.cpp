@@ -113,6 +113,8 @@ void QtKeyMonitors::updateLater() {
 
 bool QtKeyMonitors::look(QEvent const& event) {
   auto const& key = static_cast<QKeyEvent const&>(event);
+  // Qt lets a key that repeats come up before each repeat, which no finger does.
+  if (key.isAutoRepeat() && event.type() == QEvent::KeyRelease) return locals_.size() > 0;
   auto const code = key.nativeScanCode();
   if (code == 0 || code > 255) return false;
   auto seen = keys_->keymap().event(
