@@ -130,6 +130,15 @@ class Chord(KeyboardTest):
                 self.expect(fires=1, gets=pressed_and_released("x"))
 
 
+    def test_of_a_key_that_has_a_name_never_fires_and_its_key_stays_the_applications(self):
+        for name, key in (("F5", "F5"), ("Espace", "space"), ("↩", "Return"), ("→", "Right")):
+            with self.subTest(name):
+                self.start_with_chord(name, 0)
+                self.keys.tap(key)
+                self.expect(fires=0, gets=pressed_and_released(key))
+                self.desktop.quit_morla()
+
+
 class Managers(KeyboardTest):
     def test_each_fires_for_its_own_chord_when_they_share_keys(self):
         self.store_chord("A+B", COMMAND)
