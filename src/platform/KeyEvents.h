@@ -42,6 +42,19 @@ struct KeyEvent {
 inline constexpr EventMask kKeyDown{0x400};
 inline constexpr EventMask kKeyUp{0x800};
 
+/// Nothing for changes of modifiers, which no monitor sees.
+[[nodiscard]] constexpr EventMask maskOf(KeyEventType type) {
+  switch (type) {
+    case KeyEventType::down:
+      return kKeyDown;
+    case KeyEventType::up:
+      return kKeyUp;
+    case KeyEventType::flagsChanged:
+      break;
+  }
+  return {};
+}
+
 enum class TapDecision {
   pass,
   swallow,  ///< neither the focused application nor a tap that was made earlier sees the event

@@ -3,21 +3,6 @@
 #include <utility>
 
 namespace morla::fake {
-namespace {
-
-bool wants(platform::EventMask mask, platform::KeyEvent const& event) {
-  switch (event.type) {
-    case platform::KeyEventType::down:
-      return mask.contains(platform::kKeyDown);
-    case platform::KeyEventType::up:
-      return mask.contains(platform::kKeyUp);
-    case platform::KeyEventType::flagsChanged:
-      return false;
-  }
-  return false;
-}
-
-}  // namespace
 
 class FakeEventTaps::Tap : public platform::EventTap {
  public:
@@ -78,7 +63,7 @@ Subscription FakeKeyMonitors::addGlobalMonitor(platform::EventMask mask, GlobalH
 platform::MonitorDecision FakeKeyMonitors::typeHere(platform::KeyEvent const& event) {
   auto const snapshot = locals_;
   for (auto const& monitor : snapshot) {
-    if (!wants(monitor->mask, event)) continue;
+    if (!monitor->mask.contains(maskOf(event.type))) continue;
     if (monitor->handler(event) == platform::MonitorDecision::consume) return platform::MonitorDecision::consume;
   }
   return platform::MonitorDecision::pass;
@@ -87,7 +72,7 @@ platform::MonitorDecision FakeKeyMonitors::typeHere(platform::KeyEvent const& ev
 void FakeKeyMonitors::typeElsewhere(platform::KeyEvent const& event) {
   auto const snapshot = globals_;
   for (auto const& monitor : snapshot) {
-    if (wants(monitor->mask, event)) monitor->handler(event);
+    if (monitor->mask.contains(maskOf(event.type))) monitor->handler(event);
   }
 }
 

@@ -13,18 +13,6 @@
 namespace morla::linux {
 namespace {
 
-bool wants(platform::EventMask mask, platform::KeyEvent const& event) {
-  switch (event.type) {
-    case platform::KeyEventType::down:
-      return mask.contains(platform::kKeyDown);
-    case platform::KeyEventType::up:
-      return mask.contains(platform::kKeyUp);
-    case platform::KeyEventType::flagsChanged:
-      return false;
-  }
-  return false;
-}
-
 /// Qt itself learns a little late that its window has lost the focus.
 bool isOurs(unsigned long window) {
   auto const windows = QGuiApplication::topLevelWindows();
@@ -68,7 +56,7 @@ Subscription QtKeyMonitors::addLocalMonitor(platform::EventMask mask, LocalHandl
   auto shared = std::make_shared<Subscription>(
       locals_.add([mask, handler = std::move(handler)](auto const& event, auto& decision) {
         // What one monitor consumed, no other sees.
-        if (decision == platform::MonitorDecision::pass && wants(mask, event)) decision = handler(event);
+        if (decision == platform::MonitorDecision::pass && mask.contains(maskOf(event.type))) decision = handler(event);
       }));
   update();
   return Subscription(life_.weak([this, shared] {
@@ -80,7 +68,7 @@ Subscription QtKeyMonitors::addLocalMonitor(platform::EventMask mask, LocalHandl
 Subscription QtKeyMonitors::addGlobalMonitor(platform::EventMask mask, GlobalHandler handler) {
   assertIsMainThread();
   auto shared = std::make_shared<Subscription>(globals_.add([mask, handler = std::move(handler)](auto const& event) {
-    if (wants(mask, event)) handler(event);
+    if (mask.contains(maskOf(event.type))) handler(event);
   }));
   update();
   return Subscription(life_.weak([this, shared] {
