@@ -170,6 +170,36 @@ class Limits(KeyboardTest):
         self.keys.tap("a", "b")
         self.assertEqual(self.received(), [("a", False), *pressed_and_released("a", "b")])
 
+    def test_the_keyboard_works_at_once_after_it_quits_in_the_middle_of_a_chord(self):
+        self.start_with_chord("A+B", 0)
+        self.keys.down("a")
+        self.keys.tap("x")
+        self.assertEqual(self.received(), pressed_and_released("x"))
+        self.assertEqual(self.desktop.quit_morla(), 0)
+        self.keys.up("a")
+        self.keys.tap("a", "b")
+        self.assertEqual(self.received(), [("a", False), *pressed_and_released("a", "b")])
+
+    def test_while_another_program_has_the_whole_keyboard_nothing_fires_and_afterwards_everything_does(self):
+        self.start_with_chord("K", COMMAND)
+        self.assertTrue(self.keys.take_keyboard())
+        self.keys.chord("Super_L", "k")
+        self.keys.give_keyboard_back()
+        self.expect(fires=0, gets=[])
+        self.keys.chord("Super_L", "k")
+        self.expect(fires=1, gets=SUPER)
+
+    def test_a_keyboard_that_another_program_takes_in_the_middle_of_a_chord_starts_it_anew(self):
+        self.start_with_chord("A+B", 0)
+        self.assertTrue(self.keys.take_keyboard())
+        self.keys.down("a")
+        self.keys.give_keyboard_back()
+        self.keys.tap("b")
+        self.keys.up("a")
+        self.expect(fires=0, gets=[("a", False)])
+        self.keys.chord("a", "b")
+        self.expect(fires=1, gets=[])
+
     def test_without_the_permission_there_is_a_line_and_no_chord(self):
         for decision in ("deny", "undecided"):
             with self.subTest(decision):

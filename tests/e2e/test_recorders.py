@@ -188,6 +188,31 @@ class Recorders(DesktopTest):
         self.expect_stored("hotkey", "G", COMMAND)
         other.lines_until(f"up {self.keys.code('g')}", SECONDS)
 
+    def test_a_key_of_the_old_chord_that_is_held_when_the_recording_begins_disturbs_nothing(self):
+        morla("defaults", "write", "hotkeyChars", "text", "A+B")
+        self.start_host()
+        self.keys.down("a")
+        self.record(MIRROR)
+        self.keys.up("a")
+        self.keys.chord("b", "c")
+        self.expect(MIRROR, "currentChars", ["B", "C"])
+        self.expect_stored("hotkey", "B+C", 0)
+        self.keys.chord("b", "c")
+        self.expect_fired()
+        self.assertEqual(self.others_got(), [])
+
+    def test_a_keyboard_gives_the_names_of_the_layout_that_is_chosen(self):
+        programs.run("setxkbmap", "-layout", "us,fr")
+        self.addCleanup(programs.run, "setxkbmap", "-layout", "us")
+        self.keys.connect()
+        self.start_host()
+        for layout, name in ((0, "Q"), (1, "A"), (0, "Q")):
+            self.keys.lock_layout(layout)
+            self.record(MIRROR)
+            self.keys.chord("Super_L", "q")
+            self.expect(MIRROR, "currentChars", [name])
+            self.expect_stored("hotkey", name, COMMAND)
+
     def test_a_french_keyboard_gives_french_names(self):
         programs.run("setxkbmap", "-layout", "fr")
         self.addCleanup(programs.run, "setxkbmap", "-layout", "us")

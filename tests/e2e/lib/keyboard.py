@@ -13,14 +13,19 @@ from desktoplib import otherapp  # where it is, morlatest has said
 COMMAND, SHIFT, OPTION, CONTROL = 0x100, 0x200, 0x800, 0x1000
 # A key of no chord in any test: what the application got before it, it got before now.
 MARKER = "F9"
+# Besides the keyboard that XTest types on, every virtual display has one that does nothing by itself.
+SECOND_KEYBOARD = "Xvfb keyboard"
+_CORE_KEYBOARD = 0x100  # XkbUseCoreKbd
 
 
 class Keyboard:
-    """Keys are told by the names of what is on them in X ("a", "Shift_L"), in the layout in use."""
+    """Keys are told by the names of what is on them in X ("a", "Shift_L"), in the layout in use. `device`: the number of
+    the keyboard, when it is not the one of XTest."""
 
-    def __init__(self):
+    def __init__(self, device=None):
         self._x = ctypes.CDLL("libX11.so.6")
         self._test = ctypes.CDLL("libXtst.so.6")
+        self._input = ctypes.CDLL("libXi.so.6")
         for name, result, arguments in (("XOpenDisplay", c_void_p, [c_char_p]), ("XCloseDisplay", c_int, [c_void_p]),
                                         ("XSync", c_int, [c_void_p, c_int]), ("XFlush", c_int, [c_void_p]),
                                         ("XStringToKeysym", c_ulong, [c_char_p]),
@@ -31,10 +36,16 @@ class Keyboard:
                                         ("XUngrabKey", c_int, [c_void_p, c_int, c_uint, c_ulong]),
                                         ("XGrabPointer", c_int, [c_void_p, c_ulong, c_int, c_uint, c_int, c_int,
                                                                  c_ulong, c_ulong, c_ulong]),
-                                        ("XUngrabPointer", c_int, [c_void_p, c_ulong])):
+                                        ("XUngrabPointer", c_int, [c_void_p, c_ulong]),
+                                        ("XGrabKeyboard", c_int, [c_void_p, c_ulong, c_int, c_int, c_int, c_ulong]),
+                                        ("XUngrabKeyboard", c_int, [c_void_p, c_ulong]),
+                                        ("XkbLockGroup", c_int, [c_void_p, c_uint, c_uint])):
             function = getattr(self._x, name)
             function.restype, function.argtypes = result, arguments
         self._test.XTestFakeKeyEvent.argtypes = [c_void_p, c_uint, c_int, c_ulong]
+        self._test.XTestFakeDeviceKeyEvent.argtypes = [c_void_p, c_void_p, c_uint, c_int, c_void_p, c_int, c_ulong]
+        self._input.XOpenDevice.restype, self._input.XOpenDevice.argtypes = c_void_p, [c_void_p, c_ulong]
+        self._number = device
         self._held = []
         self._display = None
         self.connect()
@@ -46,6 +57,7 @@ class Keyboard:
         self._display = self._x.XOpenDisplay(None)
         if not self._display:
             raise OSError("the X display does not open")
+        self._device = self._input.XOpenDevice(self._display, self._number) if self._number else None
 
     def close(self):
         if self._display:
@@ -60,6 +72,11 @@ class Keyboard:
             if not self._codes[name]:
                 raise AssertionError(f"no key {name} on this keyboard")
         return self._codes[name]
+
+    def look_up(self, *names):
+        """So that they stay the keys of this keyboard, also when the desktop has the layout of another."""
+        for name in names:
+            self.code(name)
 
     def down(self, *names):
         for name in names:
@@ -85,11 +102,29 @@ class Keyboard:
     def send(self, events):
         """(name, is it pressed) each, as quickly as they can be sent."""
         for name, is_pressed in events:
-            self._test.XTestFakeKeyEvent(self._display, self.code(name), int(is_pressed), 0)
+            if self._device:
+                self._test.XTestFakeDeviceKeyEvent(self._display, self._device, self.code(name), int(is_pressed), None, 0,
+                                                   0)
+            else:
+                self._test.XTestFakeKeyEvent(self._display, self.code(name), int(is_pressed), 0)
         self._x.XSync(self._display, 0)
 
     def repeat(self, is_on):
         (self._x.XAutoRepeatOn if is_on else self._x.XAutoRepeatOff)(self._display)
+        self._x.XSync(self._display, 0)
+
+    def lock_layout(self, number):
+        """Of the layouts of the keyboard, from 0."""
+        self._x.XkbLockGroup(self._display, _CORE_KEYBOARD, number)
+        self._x.XSync(self._display, 0)
+
+    def take_keyboard(self):
+        """Every key, as a menu of another program does while it is open. Gives whether it was to be had."""
+        root = self._x.XDefaultRootWindow(self._display)
+        return self._x.XGrabKeyboard(self._display, root, 0, 1, 1, 0) == 0
+
+    def give_keyboard_back(self):
+        self._x.XUngrabKeyboard(self._display, 0)
         self._x.XSync(self._display, 0)
 
     def take_for_itself(self, name, modifiers):

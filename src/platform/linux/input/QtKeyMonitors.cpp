@@ -101,10 +101,11 @@ void QtKeyMonitors::updateLater() {
 
 bool QtKeyMonitors::look(QEvent const& event) {
   auto const& key = static_cast<QKeyEvent const&>(event);
-  // Qt lets a key that repeats come up before each repeat, which no finger does.
-  if (key.isAutoRepeat() && event.type() == QEvent::KeyRelease) return locals_.size() > 0;
   auto const code = key.nativeScanCode();
   if (code == 0 || code > 255) return false;
+  // Qt lets a key that repeats come up before each repeat, which no finger does, and does not always know that it
+  // repeats.
+  if (event.type() == QEvent::KeyRelease && keys_->isDown(static_cast<xcb_keycode_t>(code))) return locals_.size() > 0;
   auto seen = keys_->keymap().event(
       static_cast<xcb_keycode_t>(code), static_cast<std::uint16_t>(key.nativeModifiers()),
       event.type() == QEvent::KeyPress ? platform::KeyEventType::down : platform::KeyEventType::up);

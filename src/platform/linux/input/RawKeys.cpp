@@ -1,6 +1,7 @@
 #include "platform/linux/input/RawKeys.h"
 
 #include <QSocketNotifier>
+#include <QTimer>
 #include <array>
 #include <cstring>
 #include <utility>
@@ -87,6 +88,14 @@ unsigned long RawKeys::focusWindow() {
   int revert = 0;
   XGetInputFocus(display_, &window, &revert);
   return window;
+}
+
+bool RawKeys::isDown(xcb_keycode_t key) {
+  std::array<char, 32> keys{};  // a bit for each key
+  XQueryKeymap(display_, keys.data());
+  // What came with the answer wakes nobody.
+  if (XQLength(display_) > 0) QTimer::singleShot(0, notifier_.get(), [this] { handleEvents(); });
+  return ((static_cast<unsigned char>(keys[key / 8U]) >> (key % 8U)) & 1U) != 0;
 }
 
 void RawKeys::handleEvents() {

@@ -25,6 +25,8 @@ class RawKeys {
   [[nodiscard]] Keymap const& keymap() const { return *keymap_; }
   /// The X window that gets the keys; 0 or 1 when none has them for itself. Asks the server.
   [[nodiscard]] unsigned long focusWindow();
+  /// Whether a finger is on it. Asks the server.
+  [[nodiscard]] bool isDown(xcb_keycode_t key);
 
  private:
   RawKeys(_XDisplay* display, int inputOpcode, int xkbEvent, std::shared_ptr<Keymap const> keymap, Observer observer);

@@ -41,9 +41,12 @@ std::optional<Xkb> Xkb::start(xcb_connection_t* connection) {
   XcbOwned<xcb_xkb_use_extension_reply_t> const use(xcb_xkb_use_extension_reply(
       connection, xcb_xkb_use_extension(connection, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION), nullptr));
   if (use == nullptr || use->supported == 0) return std::nullopt;
-  constexpr std::uint32_t kDetectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+  // Without the last two, keys that come by a grab do not tell the layout, or tell it as a modifier.
+  constexpr std::uint32_t kFlags = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT |
+                                   XCB_XKB_PER_CLIENT_FLAG_GRABS_USE_XKB_STATE |
+                                   XCB_XKB_PER_CLIENT_FLAG_LOOKUP_STATE_WHEN_GRABBED;
   XcbOwned<xcb_xkb_per_client_flags_reply_t> const flags(xcb_xkb_per_client_flags_reply(
-      connection, xcb_xkb_per_client_flags(connection, kCoreKeyboard, kDetectable, kDetectable, 0, 0, 0), nullptr));
+      connection, xcb_xkb_per_client_flags(connection, kCoreKeyboard, kFlags, kFlags, 0, 0, 0), nullptr));
   return Xkb(extension->first_event);
 }
 

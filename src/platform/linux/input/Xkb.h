@@ -19,7 +19,8 @@ struct KeyboardNotice {
 /// The X keyboard extension on one connection. Any thread.
 class Xkb {
  public:
-  /// From now on a key that repeats comes up only once. None when the server has no such extension.
+  /// From now on a key that repeats comes up only once, and keys say in which layout they are also when they come by a
+  /// grab. None when the server has no such extension.
   [[nodiscard]] static std::optional<Xkb> start(xcb_connection_t* connection);
 
   /// Asks to be told of new keymaps, and of changes of modifiers and layout.
