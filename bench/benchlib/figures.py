@@ -68,6 +68,10 @@ class Bench:
         self.display.close()
         shutil.rmtree(self.folder)
 
+    def keep(self, program):
+        """To be ended with the bench."""
+        self._started.append(program)
+
     def count(self, usual, quick):
         return quick if self.quick else usual
 
