@@ -59,17 +59,17 @@ std::unique_ptr<KeyboardHook> KeyboardHook::open(MainLoop& loop, Decider& decide
   if (connections[0] == nullptr || connections[1] == nullptr) return nullptr;
   auto const xkb = Xkb::start(connections[0].get());
   if (!xkb || !Xkb::start(connections[1].get())) return nullptr;
-  auto const presses = RawPresses::start(connections[0].get());
-  if (!presses) return nullptr;
+  auto held = HeldKeys::start(connections[0].get());
+  if (!held) return nullptr;
   Xkb::selectNotices(connections[0].get());
   auto keymap = Keymap::load(connections[0].get());
   if (keymap == nullptr) return nullptr;
   auto const state = xkb->state(connections[0].get());
   return std::unique_ptr<KeyboardHook>(
-      new KeyboardHook(loop, decider, std::move(connections), *presses, *xkb, std::move(keymap), state));
+      new KeyboardHook(loop, decider, std::move(connections), std::move(*held), *xkb, std::move(keymap), state));
 }
 
-KeyboardHook::KeyboardHook(MainLoop& loop, Decider& decider, Connections connections, RawPresses presses, Xkb xkb,
+KeyboardHook::KeyboardHook(MainLoop& loop, Decider& decider, Connections connections, HeldKeys held, Xkb xkb,
                            std::shared_ptr<Keymap const> keymap, std::uint16_t state)
     : loop_(loop),
       link_(std::make_shared<Link>(Link{&decider})),
@@ -80,7 +80,7 @@ KeyboardHook::KeyboardHook(MainLoop& loop, Decider& decider, Connections connect
       wakeUp_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
       longestDecision_(longestDecision()),
       state_(state),
-      presses_(presses),
+      held_(std::move(held)),
       thread_([this] { run(); }) {}
 
 KeyboardHook::~KeyboardHook() {
@@ -142,7 +142,7 @@ void KeyboardHook::handle(xcb_generic_event_t const& event, std::size_t connecti
     return;
   }
   if (connection != 0) return;
-  presses_.note(event);
+  held_.note(event);
   auto const notice = xkb_.notice(event);
   if (!notice) return;
   isKeymapStale_ = isKeymapStale_ || notice->isNewKeymap;
@@ -151,7 +151,9 @@ void KeyboardHook::handle(xcb_generic_event_t const& event, std::size_t connecti
   if (groupOf(before) != groupOf(state_)) isKeymapStale_ = true;
   auto const keymap = grabs_.keymap();
   // While the keyboard is ours, modifiers come as keys, in order with the others.
-  if (swallowed_.empty() && keymap->flags(before) != keymap->flags(state_)) tellFlags();
+  if (!swallowed_.empty() || keymap->flags(before) == keymap->flags(state_)) return;
+  held_.refresh(*keymap);
+  tellFlags();
 }
 
 void KeyboardHook::tellFlags() {
@@ -195,6 +197,7 @@ void KeyboardHook::handleKey(xcb_key_press_event_t const& event, std::size_t con
     // Who has seen a key go down must see it come up.
     isSwallowed = swallowed_.erase(key) != 0 && isSwallowed;
   }
+  if (swallowed_.empty()) held_.add(down_);
   if (isSwallowed) {
     swallow();
   } else {
@@ -203,7 +206,7 @@ void KeyboardHook::handleKey(xcb_key_press_event_t const& event, std::size_t con
 }
 
 bool KeyboardHook::isRepeat(xcb_key_press_event_t const& press) const {
-  return swallowed_.empty() ? presses_.isRepeat(press) : down_.contains(press.detail);
+  return swallowed_.empty() ? held_.isRepeat(press) : down_.contains(press.detail);
 }
 
 std::optional<TapDecision> KeyboardHook::ask(platform::KeyEvent const& event) {

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "base/MainLoop.h"
+#include "platform/linux/input/HeldKeys.h"
 #include "platform/linux/input/KeyGrabs.h"
-#include "platform/linux/input/RawPresses.h"
 #include "platform/linux/input/XcbHandle.h"
 #include "platform/linux/input/Xkb.h"
 
@@ -59,7 +59,7 @@ class KeyboardHook {
   struct Question;
   using Connections = std::array<XcbConnection, 2>;
 
-  KeyboardHook(MainLoop& loop, Decider& decider, Connections connections, RawPresses presses, Xkb xkb,
+  KeyboardHook(MainLoop& loop, Decider& decider, Connections connections, HeldKeys held, Xkb xkb,
                std::shared_ptr<Keymap const> keymap, std::uint16_t state);
 
   // On the hook's own thread from here on.
@@ -99,7 +99,7 @@ class KeyboardHook {
 
   // The thread's own.
   std::uint16_t state_;
-  RawPresses presses_;  ///< on the first connection
+  HeldKeys held_;  ///< on the first connection
   bool isKeymapStale_ = false;
   std::size_t owner_ = 0;              ///< the connection that the last key came on
   bool hasKeyboard_ = false;           ///< the whole keyboard, not one key
