@@ -28,6 +28,7 @@ OutputJob const* ProcessingQueue::find(std::string_view id) const {
 
 void ProcessingQueue::add(std::vector<OutputJob> jobs) {
   if (jobs.empty()) return;
+  if (jobs_.empty()) done_ = 0;
   for (auto& job : jobs) {
     job.id = "job-" + std::to_string(++made_);
     jobs_.push_back(std::move(job));
@@ -46,6 +47,7 @@ void ProcessingQueue::finish(std::string_view id) {
   auto const found = std::ranges::find(jobs_, id, &OutputJob::id);
   if (found == jobs_.end()) return;
   jobs_.erase(found);
+  ++done_;
   changes_.announce();
 }
 
@@ -55,6 +57,7 @@ void ProcessingQueue::fail(std::string_view id, std::string reason) {
   failures_.push_back({std::move(*found), std::move(reason)});
   if (failures_.size() > kRememberedFailures) failures_.pop_front();
   jobs_.erase(found);
+  ++done_;
   changes_.announce();
 }
 
@@ -71,6 +74,7 @@ void ProcessingQueue::setStall(Stall stall) {
 void ProcessingQueue::reset() {
   jobs_.clear();
   failures_.clear();
+  done_ = 0;
   delay_ = Seconds(0);
   stall_ = Stall::off;
   changes_.announce();

@@ -48,6 +48,8 @@ class ProcessingQueue {
   /// Files that have not been finished, the one that is being written among them.
   [[nodiscard]] std::size_t length() const { return jobs_.size(); }
   [[nodiscard]] std::deque<OutputJob> const& jobs() const { return jobs_; }
+  /// Files that have come to their end, written or not, since there last was nothing to do.
+  [[nodiscard]] std::size_t done() const { return done_; }
   [[nodiscard]] OutputJob const* find(std::string_view id) const;
   /// The last ones, the oldest first.
   [[nodiscard]] std::deque<Failure> const& failures() const { return failures_; }
@@ -75,6 +77,7 @@ class ProcessingQueue {
   std::deque<OutputJob> jobs_;
   std::deque<Failure> failures_;
   std::size_t made_ = 0;
+  std::size_t done_ = 0;
   Seconds delay_{0};
   Stall stall_ = Stall::off;
 };

@@ -163,6 +163,19 @@ TEST_F(QueueTest, RemembersWhatFailedAndGoesOn) {
   EXPECT_EQ(queue_.failures()[0].job.document, "a");
 }
 
+TEST_F(QueueTest, CountsWhatIsDoneUntilItIsAskedForSomethingAnew) {
+  queue_.add({job("a"), job("b")});
+  EXPECT_EQ(queue_.done(), 0u);
+  queue_.finish(queue_.next(any)->id);
+  queue_.add({job("c")});
+  EXPECT_EQ(queue_.done(), 1u) << "there was still something to do";
+  queue_.fail(queue_.next(any)->id, "no room");
+  queue_.finish(queue_.next(any)->id);
+  EXPECT_EQ(queue_.done(), 3u);
+  queue_.add({job("d")});
+  EXPECT_EQ(queue_.done(), 0u);
+}
+
 TEST_F(QueueTest, AStallOrADocumentThatIsNotReadyHoldsFilesBack) {
   queue_.add({job("a"), job("b")});
   EXPECT_EQ(queue_.next([](OutputJob const& each) { return each.document == "b"; })->document, "b");
