@@ -112,7 +112,7 @@ int run(QString const& pictureFolder) {
   DocumentFolders const folders(model);
   PictureWriter writer(pictures);
   Processor const processor(model, {after, [&writer](auto const& job, auto written) { writer.write(job, written); }});
-  MainWindow window(model, controls, QString::fromStdString(identity.name));
+  MainWindow window(model, controls, pictures, QString::fromStdString(identity.name));
   auto const control =
       ControlService::open(opened.server->connection(), controls, {[&window] { window.settle(); }, quitSoon});
   if (control.service == nullptr) return fail(control.failure);

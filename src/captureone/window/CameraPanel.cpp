@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace morla::captureone {
 namespace {
@@ -132,6 +133,10 @@ void CameraPanel::refreshSetting(CameraSetting which) {
 }
 
 void CameraPanel::refresh() {
+  // Most changes are of something else, and filling lists anew costs more than all the rest.
+  Shown now{model_.cameras().all(), model_.cameras().currentIndex()};
+  if (shown_ == now) return;
+  auto const before = std::exchange(shown_, std::move(now));
   auto const* camera = model_.cameras().current();
   refreshPicker();
   QSignalBlocker const quietConnected(connected_);
@@ -145,7 +150,11 @@ void CameraPanel::refresh() {
        {static_cast<QWidget*>(connected_), static_cast<QWidget*>(power_), static_cast<QWidget*>(name_)}) {
     each->setEnabled(camera != nullptr);
   }
-  for (auto const which : kCameraSettings) refreshSetting(which);
+  auto const* old = before ? before->camera() : nullptr;
+  for (auto const which : kCameraSettings) {
+    bool const isSame = old != nullptr && camera != nullptr && old->setting(which) == camera->setting(which);
+    if (!isSame) refreshSetting(which);
+  }
 }
 
 }  // namespace morla::captureone

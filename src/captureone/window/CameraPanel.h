@@ -2,6 +2,9 @@
 
 #include <QWidget>
 #include <array>
+#include <cstddef>
+#include <optional>
+#include <vector>
 
 #include "captureone/model/Model.h"
 #include "captureone/window/Section.h"
@@ -31,7 +34,16 @@ class CameraPanel final : public QWidget {
   void refreshPicker();
   void refreshSetting(CameraSetting which);
 
+  struct Shown {
+    std::vector<Camera> cameras;
+    std::size_t current = 0;
+
+    [[nodiscard]] Camera const* camera() const { return current < cameras.size() ? &cameras[current] : nullptr; }
+    friend bool operator==(Shown const&, Shown const&) = default;
+  };
+
   Model& model_;
+  std::optional<Shown> shown_;
   QComboBox* picker_ = nullptr;
   QLineEdit* name_ = nullptr;
   style::Switch* connected_ = nullptr;

@@ -1,28 +1,29 @@
 #pragma once
 
 #include <QWidget>
+#include <memory>
 
 #include "captureone/model/Model.h"
 
-class QComboBox;
-class QLabel;
 class QPushButton;
 class QStackedWidget;
 class QTabBar;
 
 namespace morla::captureone {
 
+class GalleryPage;
+
 /// The open documents as tabs, and the current one below them.
 class DocumentArea final : public QWidget {
  public:
-  DocumentArea(Model& model, QWidget* parent);
+  DocumentArea(Model& model, std::shared_ptr<PictureSet const> pictures, QWidget* parent);
   void refresh();
 
  private:
   [[nodiscard]] QWidget* makeTabRow();
   [[nodiscard]] QWidget* makeEmptyPage();
-  [[nodiscard]] QWidget* makeDocumentPage();
-  [[nodiscard]] QPushButton* makeOpenButton(QString const& text, DocumentKind kind, QWidget* parent);
+  [[nodiscard]] QPushButton* makeOpenButton(QString const& text, QString const& name, DocumentKind kind,
+                                            QWidget* parent);
   void refreshTabs();
   void closeTab(int index);
 
@@ -31,10 +32,7 @@ class DocumentArea final : public QWidget {
   QPushButton* openSession_ = nullptr;
   QPushButton* openCatalog_ = nullptr;
   QStackedWidget* pages_ = nullptr;
-  QLabel* name_ = nullptr;
-  QComboBox* kind_ = nullptr;
-  QLabel* readout_ = nullptr;
-  QLabel* state_ = nullptr;
+  GalleryPage* gallery_ = nullptr;
 };
 
 }  // namespace morla::captureone

@@ -19,7 +19,10 @@ Section::Section(QString const& title, Kind kind, QWidget* parent) : QWidget(par
   rows_->setColumnStretch(1, 1);
   rows_->setColumnMinimumWidth(0, 104);
   if (kind == Kind::fixed) {
-    outer->addWidget(style::label(title.toUpper(), style::Tone::heading, this));
+    heading_ = new QHBoxLayout;
+    heading_->setSpacing(6);
+    heading_->addWidget(style::label(title.toUpper(), style::Tone::heading, this), 1);
+    outer->addLayout(heading_);
   } else {
     disclosure_ = style::named(new QPushButton(this), title);
     disclosure_->setObjectName(QStringLiteral("disclosure"));
@@ -46,6 +49,10 @@ void Section::addRow(QString const& label, QWidget* control) {
   // A switch keeps its size and stands at the right edge, where the other controls end.
   bool const isSwitch = dynamic_cast<style::Switch*>(control) != nullptr;
   rows_->addWidget(control, row, 1, isSwitch ? Qt::AlignRight | Qt::AlignVCenter : Qt::Alignment());
+}
+
+void Section::addToHeading(QWidget* control) {
+  heading_->addWidget(control);
 }
 
 void Section::addWide(QWidget* control) {

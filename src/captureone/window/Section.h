@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QPushButton>
 #include <QWidget>
 
@@ -16,11 +17,14 @@ class Section final : public QWidget {
   void addRow(QString const& label, QWidget* control);
   /// The control takes the whole width.
   void addWide(QWidget* control);
+  /// The control stands at the right end of the heading, which must be a fixed one.
+  void addToHeading(QWidget* control);
 
  private:
   void setOpen(bool isOpen);
 
   QString title_;
+  QHBoxLayout* heading_ = nullptr;
   QPushButton* disclosure_ = nullptr;
   QWidget* body_ = nullptr;
   QGridLayout* rows_ = nullptr;

@@ -10,6 +10,13 @@
 #include <QPainter>
 #include <QPalette>
 #include <QStyleFactory>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
+
+// A static library's resources are left out unless somebody asks for them, and not from within a namespace.
+static void initializeResources() {
+  Q_INIT_RESOURCE(resources);
+}
 
 namespace morla::captureone::style {
 namespace {
@@ -54,6 +61,28 @@ class WheelFilter final : public QObject {
   }
 };
 
+/// Cuts a value that is too long with an ellipsis; the style would cut it anywhere.
+class Combo final : public QComboBox {
+ public:
+  using QComboBox::QComboBox;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    if (isEditable()) {
+      QComboBox::paintEvent(event);
+      return;
+    }
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    auto const room = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    auto const text = option.currentText.isEmpty() ? placeholderText() : option.currentText;
+    option.currentText = fontMetrics().elidedText(text, Qt::ElideRight, room.width() - 4);
+    QStylePainter painter(this);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+  }
+};
+
 }  // namespace
 
 void leaveWheelToTheColumn(QWidget* control) {
@@ -61,6 +90,7 @@ void leaveWheelToTheColumn(QWidget* control) {
 }
 
 void apply(QApplication& application) {
+  initializeResources();
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   QApplication::setPalette(darkPalette());
   if (QFontDatabase::families().contains(QStringLiteral("Inter"))) {
@@ -85,7 +115,7 @@ QWidget* separator(QWidget* parent) {
 }
 
 QComboBox* combo(QString const& name, QWidget* parent) {
-  auto* made = new QComboBox(parent);
+  auto* made = new Combo(parent);
   made->setAccessibleName(name);
   made->setAccessibleDescription(name);
   made->setMinimumContentsLength(6);

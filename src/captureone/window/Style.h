@@ -14,7 +14,8 @@ namespace morla::captureone::style {
 /// Once, before the first window.
 void apply(QApplication& application);
 
-inline constexpr int kColumnWidth = 316;  ///< of the camera's values, in points
+inline constexpr int kColumnWidth = 316;        ///< of the camera's values, in points
+inline constexpr int kNarrowColumnWidth = 252;  ///< of the document's recipes and files
 
 enum class Tone { primary, secondary, heading, title };
 [[nodiscard]] QLabel* label(QString const& text, Tone tone, QWidget* parent);
