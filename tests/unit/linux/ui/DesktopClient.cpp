@@ -159,9 +159,9 @@ void DesktopClient::closeWindow(XWindowId window) {
 }
 
 void DesktopClient::activate(XWindowId window) {
-  EXPECT_TRUE(runUntil([this, window] { return isShown(window); }));
+  EXPECT_TRUE(runUntilSeen([this, window] { return isShown(window); }));
   sendToRoot(window, "_NET_ACTIVE_WINDOW", 2, CurrentTime);
-  EXPECT_TRUE(runUntil([this, window] { return activeWindow() == window && focus() == window; }))
+  EXPECT_TRUE(runUntilSeen([this, window] { return activeWindow() == window && focus() == window; }))
       << "the focus is on " << focus() << ", active is " << activeWindow() << ", not " << window;
 }
 

@@ -22,8 +22,8 @@ inline bool runUntil(std::function<bool()> const& isDone) {
   return true;
 }
 
-/// The same for what is seen on the screen: the server tells nobody when a compositor has painted, so the condition is
-/// looked at again and again.
+/// The same for what is seen on the screen, and of the X server: Qt is not told when a compositor has painted or
+/// another program got the keyboard, so the condition is looked at again and again.
 inline bool runUntilSeen(std::function<bool()> const& isSeen) {
   QTimer glance;
   glance.start(std::chrono::milliseconds(10));

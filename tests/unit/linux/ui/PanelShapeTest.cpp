@@ -44,7 +44,7 @@ class PanelShapeTest : public RoundButtonTest {
 
 TEST_F(PanelShapeTest, IsRoundWithoutACompositor) {
   auto const behind = client_.openWindow("Behind", DesktopClient::Form::fullScreen, {0, 0, 400, 300});
-  ASSERT_TRUE(runUntil([&] { return client_.isAbove(window(), behind); }));
+  ASSERT_TRUE(runUntilSeen([&] { return client_.isAbove(window(), behind); }));
   EXPECT_TRUE(client_.hasShape(window()));
   EXPECT_TRUE(runUntilSeen([&] { return colourAt({105, 120}) == QColor(Qt::black); }));
   EXPECT_EQ(colourAt({101, 139}), QColor(Qt::white)) << "the corner shows what is behind";
@@ -59,14 +59,14 @@ TEST_F(PanelShapeTest, IsBlendedWhileACompositorRuns) {
   auto const behind = client_.openWindow("Behind", DesktopClient::Form::fullScreen, {0, 0, 400, 300});
   {
     auto const compositor = testDesktop().run({"picom", "--backend", "xrender", "--config", "/dev/null"});
-    ASSERT_TRUE(runUntil([&] { return !client_.hasShape(window()); }));
+    ASSERT_TRUE(runUntilSeen([&] { return !client_.hasShape(window()); }));
     EXPECT_TRUE(runUntilSeen([&] { return hasBlendedEdge() && colourAt({101, 139}) == QColor(Qt::white); }));
     EXPECT_EQ(colourAt({105, 120}), QColor(Qt::black));
     EXPECT_TRUE(runUntilSeen([&] { return windowAt({120, 120}) == window(); })) << "not some window of the compositor";
     EXPECT_NE(windowAt({101, 139}), window()) << "a click on the corner is for what is behind";
     keepPicture("round-button-blended");
   }
-  EXPECT_TRUE(runUntil([&] { return client_.hasShape(window()); }));
+  EXPECT_TRUE(runUntilSeen([&] { return client_.hasShape(window()); }));
   client_.closeWindow(behind);
 }
 

@@ -93,14 +93,14 @@ TEST_F(PanelWindowTest, TakesAFrame) {
   auto const panel = open(windowSpec(true), behaviour, button([] {}));
   panel->setFrame({{50, 60}, {300, 200}});
   EXPECT_EQ(panel->frame(), (BottomLeftRect{{50, 60}, {300, 200}}));
-  EXPECT_TRUE(runUntil([&] { return client_.frame(window()) == pixelRect(BottomLeftRect{{50, 60}, {300, 200}}); }));
+  EXPECT_TRUE(runUntilSeen([&] { return client_.frame(window()) == pixelRect(BottomLeftRect{{50, 60}, {300, 200}}); }));
 }
 
 TEST_F(PanelWindowTest, ShowsItsBehaviourAClickBeforeTheControlHasIt) {
   Listening behaviour(true);
   auto const panel = open(windowSpec(true), behaviour, button([&] { behaviour.log.push_back("action"); }));
   client_.click(pixels({220, 160}), 1);
-  ASSERT_TRUE(runUntil([&] { return behaviour.log.size() == 3; }));
+  ASSERT_TRUE(runUntilSeen([&] { return behaviour.log.size() == 3; }));
   EXPECT_THAT(behaviour.events, ElementsAre(PanelEvent::leftMouseDown, PanelEvent::leftMouseUp));
   EXPECT_THAT(behaviour.log, ElementsAre("after", "action", "after"));
 }
@@ -111,7 +111,7 @@ TEST_F(PanelWindowTest, AClickThatIsNotPassedOnReachesNoControl) {
   bool isPressed = false;
   auto const panel = open(windowSpec(true), behaviour, button([&] { isPressed = true; }));
   client_.click(pixels({220, 160}), 1);
-  ASSERT_TRUE(runUntil([&] { return behaviour.events.size() == 2; }));
+  ASSERT_TRUE(runUntilSeen([&] { return behaviour.events.size() == 2; }));
   settle();
   EXPECT_FALSE(isPressed);
 }
@@ -122,9 +122,9 @@ TEST_F(PanelWindowTest, TakesTheKeyboardOnAClickAndGivesItBackWhenItGoes) {
   auto const panel = open(windowSpec(true), behaviour, button([] {}));
   EXPECT_EQ(client_.focus(), other) << "not by being shown";
   client_.click(pixels({300, 120}), 1);
-  EXPECT_TRUE(runUntil([&] { return behaviour.events.size() == 2 && client_.focus() == window(); }));
+  EXPECT_TRUE(runUntilSeen([&] { return behaviour.events.size() == 2 && client_.focus() == window(); }));
   panel->orderOut();
-  EXPECT_TRUE(runUntil([&] { return client_.focus() == other; }));
+  EXPECT_TRUE(runUntilSeen([&] { return client_.focus() == other; }));
   client_.closeWindow(other);
 }
 
@@ -133,9 +133,9 @@ TEST_F(PanelWindowTest, GivesTheKeyboardBackWhenItIsDestroyed) {
   Listening behaviour(true);
   auto panel = open(windowSpec(true), behaviour, button([] {}));
   client_.click(pixels({300, 120}), 1);
-  ASSERT_TRUE(runUntil([&] { return behaviour.events.size() == 2 && client_.focus() == window(); }));
+  ASSERT_TRUE(runUntilSeen([&] { return behaviour.events.size() == 2 && client_.focus() == window(); }));
   panel.reset();
-  EXPECT_TRUE(runUntil([&] { return client_.focus() == other; }));
+  EXPECT_TRUE(runUntilSeen([&] { return client_.focus() == other; }));
   client_.closeWindow(other);
 }
 
@@ -144,7 +144,7 @@ TEST_F(PanelWindowTest, NeverTakesTheKeyboardWhereItsBehaviourRefuses) {
   Listening behaviour(false);
   auto const panel = open(windowSpec(true), behaviour, button([] {}));
   client_.click(pixels({220, 160}), 1);
-  ASSERT_TRUE(runUntil([&] { return behaviour.events.size() == 2; }));
+  ASSERT_TRUE(runUntilSeen([&] { return behaviour.events.size() == 2; }));
   settle();
   EXPECT_EQ(client_.focus(), other);
   client_.closeWindow(other);
@@ -156,7 +156,7 @@ TEST_F(PanelWindowTest, ItsCloseButtonTellsAndHidesIt) {
   bool wasVisible = false;
   auto const closing = panel->onWillClose([&] { wasVisible = panel->isVisible(); });
   client_.click(pixels({114, 206}), 1);
-  ASSERT_TRUE(runUntil([&] { return !panel->isVisible(); }));
+  ASSERT_TRUE(runUntilSeen([&] { return !panel->isVisible(); }));
   EXPECT_TRUE(wasVisible) << "told before it went";
   panel->orderFrontRegardless();
   EXPECT_TRUE(client_.isShown(window()));
@@ -166,9 +166,9 @@ TEST_F(PanelWindowTest, EscapeClosesItWhileItHasTheKeyboard) {
   Listening behaviour(true);
   auto const panel = open(windowSpec(true), behaviour, button([] {}));
   client_.click(pixels({300, 120}), 1);
-  ASSERT_TRUE(runUntil([&] { return QApplication::activeWindow() != nullptr; }));
+  ASSERT_TRUE(runUntilSeen([&] { return QApplication::activeWindow() != nullptr; }));
   client_.typeEscape();
-  EXPECT_TRUE(runUntil([&] { return !panel->isVisible(); }));
+  EXPECT_TRUE(runUntilSeen([&] { return !panel->isVisible(); }));
 }
 
 TEST_F(PanelWindowTest, MayBeDestroyedByItsOwnAction) {
@@ -176,7 +176,7 @@ TEST_F(PanelWindowTest, MayBeDestroyedByItsOwnAction) {
   std::unique_ptr<platform::Panel> panel;
   panel = open(windowSpec(true), behaviour, button([&] { panel.reset(); }));
   client_.click(pixels({220, 160}), 1);
-  EXPECT_TRUE(runUntil([&] { return panel == nullptr; }));
+  EXPECT_TRUE(runUntilSeen([&] { return panel == nullptr; }));
   settle();
 }
 
@@ -192,7 +192,7 @@ TEST_F(PanelWindowTest, IsDraggedByItsBackgroundButNotByItsControls) {
   };
   drag({220, 160});
   drag({300, 120});
-  EXPECT_TRUE(runUntil([&] { return panel->frame().origin == BottomLeftPoint{130, 120}; }));
+  EXPECT_TRUE(runUntilSeen([&] { return panel->frame().origin == BottomLeftPoint{130, 120}; }));
 }
 
 TEST_F(PanelWindowTest, IsDraggedByItsTitleBarAlone) {
@@ -207,7 +207,7 @@ TEST_F(PanelWindowTest, IsDraggedByItsTitleBarAlone) {
   };
   drag({300, 110});
   drag({300, 234});
-  EXPECT_TRUE(runUntil([&] { return panel->frame().origin == BottomLeftPoint{130, 120}; }));
+  EXPECT_TRUE(runUntilSeen([&] { return panel->frame().origin == BottomLeftPoint{130, 120}; }));
 }
 
 TEST_F(PanelWindowTest, ItsListOpensOnAPressWithoutMovingTheFocusAndEndsTheClickWhenItGoes) {
@@ -217,15 +217,15 @@ TEST_F(PanelWindowTest, ItsListOpensOnAPressWithoutMovingTheFocusAndEndsTheClick
   view::Picker picker{{"—", "400"}, 0, "", [&](std::size_t option) { chosen.push_back(option); }};
   auto const panel = open(windowSpec(true), behaviour, node(view::HStack{{node(picker)}}));
   client_.click(pixels({220, 160}), 1);
-  ASSERT_TRUE(runUntil([] { return QApplication::activePopupWidget() != nullptr; }));
+  ASSERT_TRUE(runUntilSeen([] { return QApplication::activePopupWidget() != nullptr; }));
   auto* const list = qobject_cast<QMenu*>(QApplication::activePopupWidget());
   ASSERT_NE(list, nullptr);
-  ASSERT_TRUE(runUntil([&] { return client_.isShown(list->winId()); }));
+  ASSERT_TRUE(runUntilSeen([&] { return client_.isShown(list->winId()); }));
   EXPECT_EQ(client_.focus(), other);
   auto const centre = list->mapToGlobal(list->actionGeometry(list->actions().at(1)).center());
   client_.click({static_cast<int>(centre.x() * scale()), static_cast<int>(centre.y() * scale())}, 1);
   EXPECT_THAT(behaviour.events, ElementsAre(PanelEvent::leftMouseDown)) << "the release belongs to the list";
-  ASSERT_TRUE(runUntil([&] { return !chosen.empty(); }));
+  ASSERT_TRUE(runUntilSeen([&] { return !chosen.empty(); }));
   EXPECT_THAT(chosen, ElementsAre(1U));
   EXPECT_THAT(behaviour.events, ElementsAre(PanelEvent::leftMouseDown, PanelEvent::leftMouseUp));
   client_.closeWindow(other);

@@ -31,14 +31,14 @@ TEST_F(QtEventMonitorsTest, SeeEachEventOfAPanelOnce) {
   });
   client_.movePointer(pixels({110, 115}));
   client_.press(1);
-  ASSERT_TRUE(runUntil([&] { return seen.size() == 1; }));
+  ASSERT_TRUE(runUntilSeen([&] { return seen.size() == 1; }));
   client_.movePointer(pixels({111, 115}));
-  ASSERT_TRUE(runUntil([&] { return seen.size() == 2; }));
+  ASSERT_TRUE(runUntilSeen([&] { return seen.size() == 2; }));
   client_.release(1);
-  ASSERT_TRUE(runUntil([&] { return seen.size() == 3; }));
+  ASSERT_TRUE(runUntilSeen([&] { return seen.size() == 3; }));
   client_.press(3);
   client_.release(3);
-  ASSERT_TRUE(runUntil([&] { return seen.size() == 4; }));
+  ASSERT_TRUE(runUntilSeen([&] { return seen.size() == 4; }));
   settle();
   std::vector<MouseEventKind> kinds;
   for (auto const& event : seen) {
@@ -58,7 +58,7 @@ TEST_F(QtEventMonitorsTest, SeeTwoQuickClicksAsTwo) {
   });
   client_.click(pixels({120, 120}), 1);
   client_.click(pixels({120, 120}), 1);
-  ASSERT_TRUE(runUntil([&] { return kinds.size() >= 4; }));
+  ASSERT_TRUE(runUntilSeen([&] { return kinds.size() >= 4; }));
   settle();
   EXPECT_THAT(kinds, ElementsAre(MouseEventKind::leftDown, MouseEventKind::leftUp, MouseEventKind::leftDown,
                                  MouseEventKind::leftUp));
@@ -76,7 +76,7 @@ TEST_F(QtEventMonitorsTest, SeeThePointerWhereTheEventHappened) {
   client_.movePointer(pixels({150, 140}));
   client_.release(1);
   client_.movePointer(pixels({300, 300}));
-  ASSERT_TRUE(runUntil([&] { return places.size() == 3; }));
+  ASSERT_TRUE(runUntilSeen([&] { return places.size() == 3; }));
   EXPECT_THAT(places, ElementsAre(BottomLeftPoint{110, 110}, BottomLeftPoint{150, 140}, BottomLeftPoint{150, 140}));
   EXPECT_EQ(ui_->pointer().location(), (BottomLeftPoint{300, 300}));
 }
@@ -93,7 +93,7 @@ TEST_F(QtEventMonitorsTest, SeeOnlyTheKindsTheyAskedFor) {
     return MonitorDecision::pass;
   });
   client_.click(pixels({120, 120}), 1);
-  ASSERT_TRUE(runUntil([&] { return ups == 1; }));
+  ASSERT_TRUE(runUntilSeen([&] { return ups == 1; }));
   EXPECT_EQ(downs, 1);
 }
 
@@ -107,7 +107,7 @@ TEST_F(QtEventMonitorsTest, SeeEverythingWhileThePanelGetsIt) {
   client_.press(1);
   client_.movePointer(pixels({140, 120}));
   client_.release(1);
-  ASSERT_TRUE(runUntil([&] { return ups == 1; }));
+  ASSERT_TRUE(runUntilSeen([&] { return ups == 1; }));
   EXPECT_EQ(panel_->frame().origin, (BottomLeftPoint{120, 100}));
 }
 
@@ -126,7 +126,7 @@ TEST_F(QtEventMonitorsTest, KeepWhatTheyConsumeFromThePanelAndFromLaterMonitors)
   client_.press(1);
   client_.movePointer(pixels({140, 120}));
   client_.release(1);
-  ASSERT_TRUE(runUntil([&] { return isUp; }));
+  ASSERT_TRUE(runUntilSeen([&] { return isUp; }));
   settle();
   EXPECT_EQ(seenLater, 0);
   EXPECT_EQ(panel_->frame().origin, (BottomLeftPoint{100, 100}));
@@ -141,9 +141,9 @@ TEST_F(QtEventMonitorsTest, SeeEventsOfOtherWindowsOfOursWithoutAPanel) {
     seen.push_back(event);
     return MonitorDecision::pass;
   });
-  ASSERT_TRUE(runUntil([&] { return client_.isShown(static_cast<XWindowId>(settings.winId())); }));
+  ASSERT_TRUE(runUntilSeen([&] { return client_.isShown(static_cast<XWindowId>(settings.winId())); }));
   client_.click(pixels({350, screenHeight() - 150}), 1);
-  ASSERT_TRUE(runUntil([&] { return seen.size() == 1; }));
+  ASSERT_TRUE(runUntilSeen([&] { return seen.size() == 1; }));
   EXPECT_EQ(seen[0].panel, nullptr);
 }
 
@@ -160,7 +160,7 @@ TEST_F(QtEventMonitorsTest, SeeNothingOnceTheirSubscriptionEnded) {
     return MonitorDecision::pass;
   });
   client_.click(pixels({120, 120}), 1);
-  ASSERT_TRUE(runUntil([&] { return isUp; }));
+  ASSERT_TRUE(runUntilSeen([&] { return isUp; }));
   EXPECT_EQ(seen, 0);
 }
 

@@ -26,8 +26,8 @@ class QtMenuHostTest : public X11Test {
 
   void popUp(Menu const& menu, BottomLeftPoint at) {
     ui_->menus().popUp(menu, at);
-    ASSERT_TRUE(runUntil([] { return openMenu() != nullptr; }));
-    ASSERT_TRUE(runUntil([&] { return client_.isShown(id()); }));
+    ASSERT_TRUE(runUntilSeen([] { return openMenu() != nullptr; }));
+    ASSERT_TRUE(runUntilSeen([&] { return client_.isShown(id()); }));
   }
   static XWindowId id() { return openMenu()->winId(); }
 
@@ -66,7 +66,7 @@ TEST_F(QtMenuHostTest, HasRoundCornersWhileACompositorRuns) {
   auto const panel = ui_->panels().makePanel(roundButtonSpec(), behaviour);
   panel->setContentSize({40, 40});
   panel->orderFrontRegardless();
-  ASSERT_TRUE(runUntil([&] { return !client_.hasShape(client_.find("FloatingButtonPanel")); }));
+  ASSERT_TRUE(runUntilSeen([&] { return !client_.hasShape(client_.find("FloatingButtonPanel")); }));
   popUp(makeMenu([] {}), {200, 300});
   auto const frame = client_.frame(id());
   EXPECT_TRUE(runUntilSeen([&] {
@@ -84,7 +84,7 @@ TEST_F(QtMenuHostTest, LeavesTheFocusWhereItIs) {
   EXPECT_EQ(client_.focus(), other);
   EXPECT_EQ(client_.activeWindow(), other);
   client_.typeEscape();
-  ASSERT_TRUE(runUntil([] { return openMenu() == nullptr; }));
+  ASSERT_TRUE(runUntilSeen([] { return openMenu() == nullptr; }));
   EXPECT_EQ(client_.focus(), other);
   EXPECT_EQ(client_.activeWindow(), other);
   client_.closeWindow(other);
@@ -99,7 +99,7 @@ TEST_F(QtMenuHostTest, RunsTheActionOfAChosenRowOnALaterTurn) {
         }),
         {200, 300});
   client_.click(rowPixel(1), 1);
-  ASSERT_TRUE(runUntil([&] { return isChosen; }));
+  ASSERT_TRUE(runUntilSeen([&] { return isChosen; }));
   EXPECT_FALSE(wasOpen);
 }
 
@@ -130,12 +130,12 @@ TEST_F(QtMenuHostTest, IsClosedByAClickElsewhereThatDoesNothingElse) {
   popUp(makeMenu([&] { isChosen = true; }), {100, 300});
   client_.movePointer(pixels({420, 120}));
   client_.press(1);
-  ASSERT_TRUE(runUntil([] { return openMenu() == nullptr; }));
+  ASSERT_TRUE(runUntilSeen([] { return openMenu() == nullptr; }));
   client_.movePointer(pixels({422, 122}));
   client_.release(1);
   // The next click is an ordinary one again, and what came before it has been seen by then.
   client_.click(pixels({420, 120}), 1);
-  EXPECT_TRUE(runUntil([&] { return seen.size() >= 2 && seen.back() == MouseEventKind::leftUp; }));
+  EXPECT_TRUE(runUntilSeen([&] { return seen.size() >= 2 && seen.back() == MouseEventKind::leftUp; }));
   EXPECT_THAT(seen, testing::ElementsAre(MouseEventKind::leftDown, MouseEventKind::leftUp));
   EXPECT_FALSE(isChosen);
 }
@@ -155,11 +155,11 @@ TEST_F(QtMenuHostTest, StaysOpenAfterTheRightClickThatOpenedIt) {
     return platform::MonitorDecision::consume;
   });
   client_.click(pixels({120, 320}), 3);
-  ASSERT_TRUE(runUntil([&] { return openMenu() != nullptr && client_.isShown(id()); }));
+  ASSERT_TRUE(runUntilSeen([&] { return openMenu() != nullptr && client_.isShown(id()); }));
   settle();
   ASSERT_NE(openMenu(), nullptr);
   client_.click(rowPixel(1), 1);
-  EXPECT_TRUE(runUntil([&] { return isChosen; }));
+  EXPECT_TRUE(runUntilSeen([&] { return isChosen; }));
 }
 
 TEST_F(QtMenuHostTest, ClosesAnOpenMenuFirst) {
@@ -177,8 +177,8 @@ TEST_F(QtMenuHostTest, WaitsForAPointerThatAnotherProgramHasForAMoment) {
   ui_->menus().popUp(makeMenu([] {}), {200, 300});
   EXPECT_EQ(openMenu(), nullptr);
   client_.ungrabPointer();
-  ASSERT_TRUE(runUntil([] { return openMenu() != nullptr; }));
-  ASSERT_TRUE(runUntil([&] { return client_.isShown(id()); }));
+  ASSERT_TRUE(runUntilSeen([] { return openMenu() != nullptr; }));
+  ASSERT_TRUE(runUntilSeen([&] { return client_.isShown(id()); }));
 }
 
 TEST_F(QtMenuHostTest, GivesUpWhenAnotherProgramKeepsThePointer) {
@@ -187,7 +187,7 @@ TEST_F(QtMenuHostTest, GivesUpWhenAnotherProgramKeepsThePointer) {
   ui_->menus().popUp(makeMenu([] {}), {200, 300});
   bool isOver = false;
   auto const longAfter = ui_->mainLoop().after(std::chrono::seconds(1), [&] { isOver = true; });
-  ASSERT_TRUE(runUntil([&] { return isOver; }));
+  ASSERT_TRUE(runUntilSeen([&] { return isOver; }));
   EXPECT_THAT(testing::internal::GetCapturedStdout(), HasSubstr("[Menu] Not shown"));
   EXPECT_EQ(openMenu(), nullptr);
   client_.ungrabPointer();

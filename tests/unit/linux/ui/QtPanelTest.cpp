@@ -15,7 +15,7 @@ using Form = DesktopClient::Form;
 class QtPanelTest : public RoundButtonTest {
  protected:
   bool isShownAt(BottomLeftRect const& frame) {
-    return runUntil([&] { return client_.isShown(window()) && client_.frame(window()) == pixelRect(frame); });
+    return runUntilSeen([&] { return client_.isShown(window()) && client_.frame(window()) == pixelRect(frame); });
   }
 };
 
@@ -69,14 +69,14 @@ TEST_F(QtPanelTest, LeavesTheFocusWhereItIsWhenShownClickedAndDragged) {
     return platform::MonitorDecision::pass;
   });
   client_.click(pixels({120, 120}), 1);
-  ASSERT_TRUE(runUntil([&] { return released == 1; }));
+  ASSERT_TRUE(runUntilSeen([&] { return released == 1; }));
   EXPECT_EQ(client_.focus(), other);
   EXPECT_EQ(client_.activeWindow(), other);
 
   client_.press(1);
   client_.movePointer(pixels({150, 150}));
   client_.release(1);
-  ASSERT_TRUE(runUntil([&] { return released == 2; }));
+  ASSERT_TRUE(runUntilSeen([&] { return released == 2; }));
   EXPECT_EQ(client_.focus(), other);
   EXPECT_EQ(client_.activeWindow(), other);
   client_.closeWindow(other);
@@ -85,11 +85,11 @@ TEST_F(QtPanelTest, LeavesTheFocusWhereItIsWhenShownClickedAndDragged) {
 TEST_F(QtPanelTest, StaysAboveAFullScreenWindowThatIsActivated) {
   showAt({100, 100});
   auto const other = client_.openWindow("Full", Form::fullScreen, {0, 0, 400, 300});
-  EXPECT_TRUE(runUntil([&] { return client_.isAbove(window(), other); }));
+  EXPECT_TRUE(runUntilSeen([&] { return client_.isAbove(window(), other); }));
   auto const second = client_.openWindow("Second", Form::fullScreen, {0, 0, 400, 300});
-  EXPECT_TRUE(runUntil([&] { return client_.isAbove(window(), second); }));
+  EXPECT_TRUE(runUntilSeen([&] { return client_.isAbove(window(), second); }));
   client_.activate(other);
-  EXPECT_TRUE(runUntil([&] { return client_.isAbove(window(), other); }));
+  EXPECT_TRUE(runUntilSeen([&] { return client_.isAbove(window(), other); }));
   EXPECT_EQ(client_.focus(), other);
   client_.closeWindow(other);
   client_.closeWindow(second);
@@ -103,7 +103,7 @@ TEST_F(QtPanelTest, StandsBelowPanelsOfAHigherLevelAlsoWhenShownLater) {
   higher->setContentSize({40, 40});
   higher->orderFrontRegardless();
   panel_->orderFrontRegardless();
-  EXPECT_TRUE(runUntil([&] { return client_.isAbove(client_.find("MenuBarPanel"), window()); }));
+  EXPECT_TRUE(runUntilSeen([&] { return client_.isAbove(client_.find("MenuBarPanel"), window()); }));
 }
 
 TEST_F(QtPanelTest, OfTheNormalLevelGoesBelowAWindowThatIsActivatedButStaysShown) {
@@ -119,7 +119,7 @@ TEST_F(QtPanelTest, OfTheNormalLevelGoesBelowAWindowThatIsActivatedButStaysShown
   auto const id = client_.find("NormalPanel");
   EXPECT_TRUE(client_.isAbove(id, second));
   client_.activate(other);
-  EXPECT_TRUE(runUntil([&] { return client_.isAbove(other, id); }));
+  EXPECT_TRUE(runUntilSeen([&] { return client_.isAbove(other, id); }));
   EXPECT_TRUE(client_.isAbove(id, second));
   EXPECT_TRUE(client_.isShown(id));
   normal->orderFrontRegardless();
@@ -156,7 +156,7 @@ TEST_F(QtPanelTest, IsNotDraggedWhereItIsNotMovable) {
   client_.press(1);
   client_.movePointer(pixels({160, 160}));
   client_.release(1);
-  ASSERT_TRUE(runUntil([&] { return isReleased; }));
+  ASSERT_TRUE(runUntilSeen([&] { return isReleased; }));
   EXPECT_EQ(fixed->frame().origin, (BottomLeftPoint{100, 100}));
 }
 
@@ -193,7 +193,7 @@ TEST_F(QtPanelTest, AnnouncesAMoveByTheUser) {
   client_.press(1);
   client_.movePointer(pixels({140, 110}));
   client_.release(1);
-  ASSERT_TRUE(runUntil([&] { return !origins.empty() && origins.back() == BottomLeftPoint{120, 90}; }));
+  ASSERT_TRUE(runUntilSeen([&] { return !origins.empty() && origins.back() == BottomLeftPoint{120, 90}; }));
 }
 
 TEST_F(QtPanelTest, IsShownAtTheNearestPlaceWhenItsOwnIsOnNoDisplay) {
@@ -232,7 +232,7 @@ TEST_F(QtPanelTest, ThatCannotBeMovedIsShownInFull) {
   panel->setContentSize({240, 232});
   panel->setFrameOrigin({-100, 100});
   panel->orderFrontRegardless();
-  EXPECT_TRUE(runUntil(
+  EXPECT_TRUE(runUntilSeen(
       [&] { return client_.frame(client_.find("MenuBarPanel")) == pixelRect(BottomLeftRect{{0, 100}, {240, 232}}); }));
   EXPECT_EQ(panel->frame().origin, (BottomLeftPoint{-100, 100}));
 }
@@ -271,7 +271,7 @@ TEST_F(QtPanelTest, LetsTheProgramSleepWhileNothingHappens) {
   auto const item = ui_->statusBar().makeStatusItem(platform::kSquareStatusItemLength);
   bool isQuiet = false;
   auto const quiet = ui_->mainLoop().after(std::chrono::milliseconds(300), [&] { isQuiet = true; });
-  ASSERT_TRUE(runUntil([&] { return isQuiet; }));
+  ASSERT_TRUE(runUntilSeen([&] { return isQuiet; }));
 
   int wakeUps = 0;
   bool isOver = false;
@@ -279,7 +279,7 @@ TEST_F(QtPanelTest, LetsTheProgramSleepWhileNothingHappens) {
   QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &context,
                    [&] { ++wakeUps; });
   auto const over = ui_->mainLoop().after(std::chrono::milliseconds(500), [&] { isOver = true; });
-  ASSERT_TRUE(runUntil([&] { return isOver; }));
+  ASSERT_TRUE(runUntilSeen([&] { return isOver; }));
   EXPECT_LE(wakeUps, 5);
 }
 

@@ -43,7 +43,7 @@ class QtStatusBarTest : public X11Test {
   /// A tray may still move its icons about when it has taken them: the pointer follows until it is known to be on it.
   void clickInTray(platform::StatusItem& item) {
     std::optional<PixelPoint> pointed;
-    ASSERT_TRUE(runUntil([&] {
+    ASSERT_TRUE(runUntilSeen([&] {
       if (!isInTray(item)) return false;
       auto const place = pixels(centreOf(*item.button()->frameOnScreen()));
       if (!pointed.has_value() || pointed->x != place.x || pointed->y != place.y) client_.movePointer(place);
@@ -70,7 +70,7 @@ class QtStatusBarTest : public X11Test {
 TEST_F(QtStatusBarTest, HasAWindowOfItsOwnWithoutATray) {
   auto const item = makeItem();
   // The server may still be about to notice the end of the tray of another test.
-  ASSERT_TRUE(runUntil([&] { return standIn() != 0; }));
+  ASSERT_TRUE(runUntilSeen([&] { return standIn() != 0; }));
   EXPECT_TRUE(client_.isShown(standIn()));
   EXPECT_TRUE(client_.isOverrideRedirect(standIn()));
   auto const frame = item->button()->frameOnScreen();
@@ -80,43 +80,43 @@ TEST_F(QtStatusBarTest, HasAWindowOfItsOwnWithoutATray) {
   EXPECT_GT(frame->origin.y, screenHeight() - 40);
 
   client_.click(pixels(centreOf(*frame)), 1);
-  ASSERT_TRUE(runUntil([&] { return clicks_ == 1; }));
+  ASSERT_TRUE(runUntilSeen([&] { return clicks_ == 1; }));
   EXPECT_EQ(frameAtClick_, frame);
   keepPicture("status-item-own-window", *frame);
   client_.click(pixels(centreOf(*frame)), 1);
-  EXPECT_TRUE(runUntil([&] { return clicks_ == 2; })) << "a quick second click is a click as well";
+  EXPECT_TRUE(runUntilSeen([&] { return clicks_ == 2; })) << "a quick second click is a click as well";
 }
 
 TEST_F(QtStatusBarTest, IsGoneWithItsItem) {
   auto item = makeItem();
-  ASSERT_TRUE(runUntil([&] { return standIn() != 0; }));
+  ASSERT_TRUE(runUntilSeen([&] { return standIn() != 0; }));
   item.reset();
   settle();
-  EXPECT_TRUE(runUntil([&] { return standIn() == 0; }));
+  EXPECT_TRUE(runUntilSeen([&] { return standIn() == 0; }));
 }
 
 TEST_F(QtStatusBarTest, LivesInATrayThatIsThere) {
   auto const tray = startTray();
   auto const item = makeItem();
-  ASSERT_TRUE(runUntil([&] { return isInTray(*item); }));
+  ASSERT_TRUE(runUntilSeen([&] { return isInTray(*item); }));
   keepPicture("status-item-in-tray", *item->button()->frameOnScreen());
 }
 
 TEST_F(QtStatusBarTest, FollowsATrayThatComesGoesAndComesAgain) {
   auto const item = makeItem();
   // The server may still be about to notice the end of the tray of another test.
-  ASSERT_TRUE(runUntil([&] { return standIn() != 0; }));
+  ASSERT_TRUE(runUntilSeen([&] { return standIn() != 0; }));
   auto tray = startTray();
   clickInTray(*item);
-  ASSERT_TRUE(runUntil([&] { return clicks_ == 1; }));
+  ASSERT_TRUE(runUntilSeen([&] { return clicks_ == 1; }));
   EXPECT_EQ(frameAtClick_, item->button()->frameOnScreen());
 
   tray.end();
-  ASSERT_TRUE(runUntil([&] { return standIn() != 0 && client_.isShown(standIn()); }));
+  ASSERT_TRUE(runUntilSeen([&] { return standIn() != 0 && client_.isShown(standIn()); }));
 
   tray = startTray();
   clickInTray(*item);
-  EXPECT_TRUE(runUntil([&] { return clicks_ == 2; }));
+  EXPECT_TRUE(runUntilSeen([&] { return clicks_ == 2; }));
 }
 
 }  // namespace

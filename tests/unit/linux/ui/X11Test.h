@@ -49,7 +49,7 @@ class X11Test : public testing::Test {
   void settle() {
     bool isDone = false;
     ui_->mainLoop().post([&] { isDone = true; });
-    ASSERT_TRUE(runUntil([&] { return isDone; }));
+    ASSERT_TRUE(runUntilSeen([&] { return isDone; }));
   }
 
   DesktopClient client_;
