@@ -307,6 +307,7 @@ bool KeyboardHook::forgetReleasedKeys() {
   auto const isUp = [&](xcb_keycode_t key) {
     return reply == nullptr || (reply->keys[key / 8U] & (1U << (key % 8U))) == 0;
   };
+  std::erase_if(down_, isUp);
   return std::erase_if(swallowed_, isUp) != 0;
 }
 
