@@ -26,6 +26,7 @@ class LayoutTest(KeyboardTest):
                 return
         self.fail("the key of the new layout does not fire")
 
+
 class Layout(LayoutTest):
     def test_the_key_is_where_the_layout_has_it(self):
         for layout in ("fr", "de"):
