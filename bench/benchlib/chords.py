@@ -50,11 +50,14 @@ class Watcher:
         self.name, self.key, self.word = name, key, word
         self.pipe = Pipe(os.path.join(bench.folder, f"{name}.pipe"))
         self._program = start(self.pipe.path)
-        for _ in range(50):  # until it has the key
+        # Not while it still takes its keys: some programs then forget the one that comes, and the keyboard stays frozen.
+        process.settle(self._program.pid)
+        for _ in range(50):
             programs.xdotool("key", key)
             if self.pipe.wait(word, 0.2):
                 self.pipe.drain()
                 return
+        self.end()
         raise AssertionError(f"{name} does not see its key")
 
     def end(self):
