@@ -39,4 +39,12 @@ std::optional<std::string> Applications::className(Code code) const {
   return std::nullopt;
 }
 
+std::optional<std::string> Applications::propertyName(Code code) const {
+  for (auto const& entry : entries_) {
+    if (entry->terms == nullptr) continue;
+    if (std::optional<std::string> name = entry->terms->propertyName(code)) return name;
+  }
+  return std::nullopt;
+}
+
 }  // namespace morla::applescript

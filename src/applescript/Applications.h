@@ -29,9 +29,10 @@ class Applications {
   /// Looks for the application and its terms, once; false when it cannot be found.
   [[nodiscard]] bool locate(TargetApplication& application);
 
-  /// The name of an enumerator in any application met so far.
+  // The name in any application met so far.
   [[nodiscard]] std::optional<std::string> enumeratorName(Code code) const;
   [[nodiscard]] std::optional<std::string> className(Code code) const;
+  [[nodiscard]] std::optional<std::string> propertyName(Code code) const;
 
  private:
   Host* host_;

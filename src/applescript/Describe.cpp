@@ -52,7 +52,7 @@ class Describer {
     for (auto const& [key, item] : value->fields) {
       if (result.size() > 1) result += ", ";
       auto const* code = std::get_if<Code>(&key);
-      result += code == nullptr ? label(std::get<std::string>(key)) : propertyName(*code, nullptr);
+      result += code == nullptr ? label(std::get<std::string>(key)) : nameOfProperty(*code);
       result += ":" + text(item, depth);
     }
     return result + "}";
@@ -65,7 +65,7 @@ class Describer {
   }
   [[nodiscard]] std::string of(PropertyReference const& value, std::size_t depth) const {
     auto const* code = std::get_if<Code>(&value->key);
-    std::string const name = code == nullptr ? std::get<std::string>(value->key) : propertyName(*code, nullptr);
+    std::string const name = code == nullptr ? std::get<std::string>(value->key) : nameOfProperty(*code);
     return name + " of " + text(value->owner, depth);
   }
   [[nodiscard]] std::string of(ScriptReference const& value, std::size_t) const {
@@ -113,7 +113,7 @@ class Describer {
                                  std::size_t depth) const {
     if (object.form == KeyForm::property) {
       auto const* type = object.selector.as<TypeCode>();
-      return type == nullptr ? "property" : propertyName(type->code, &application);
+      return type == nullptr ? "property" : propertyName(type->code, application);
     }
     std::string const name = className(object.wanted, application);
     switch (object.form) {
@@ -152,11 +152,16 @@ class Describer {
     }
     return standardTerms().className(code).value_or("«class " + code.text() + "»");
   }
-  [[nodiscard]] static std::string propertyName(Code code, TargetApplication const* application) {
-    if (application != nullptr && application->terms != nullptr) {
-      if (auto name = application->terms->propertyName(code)) return *name;
+  [[nodiscard]] std::string propertyName(Code code, TargetApplication const& application) const {
+    if (application.terms != nullptr) {
+      if (auto name = application.terms->propertyName(code)) return *name;
     }
-    return standardTerms().propertyName(code).value_or("«property " + code.text() + "»");
+    return nameOfProperty(code);
+  }
+  /// Of what belongs to no application, but may have come from one.
+  [[nodiscard]] std::string nameOfProperty(Code code) const {
+    if (auto name = standardTerms().propertyName(code)) return *name;
+    return state_->applications.propertyName(code).value_or("«property " + code.text() + "»");
   }
 
   /// Between bars where it could not be read back without them.

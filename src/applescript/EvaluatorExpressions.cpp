@@ -63,6 +63,8 @@ Evaluator::Place Evaluator::at(tree::Variable const& node) {
 }
 
 Evaluator::Place Evaluator::at(tree::ListDisplay const& node) {
+  std::optional<Scoped<Datum>> inside;
+  if (node.container != nullptr) inside.emplace(target_, containerOf(*node.container, false));
   std::vector<Datum> items;
   items.reserve(node.items.size());
   for (ExpressionPointer const& item : node.items) items.push_back(needed(*item));

@@ -2,6 +2,7 @@
 #include "applescript/DateProperties.h"
 #include "applescript/Describe.h"
 #include "applescript/Evaluator.h"
+#include "applescript/Scoped.h"
 
 namespace morla::applescript {
 
@@ -76,6 +77,8 @@ void Evaluator::bind(Expression const& pattern, Datum const& value) {
   if (auto const* list = pattern.as<tree::ListDisplay>()) {
     Datum const items = coerce(value, "list"_code, *state_);
     ListReference const source = *items.as<ListReference>();
+    std::optional<Scoped<Datum>> inside;
+    if (list->container != nullptr) inside.emplace(target_, containerOf(*list->container, false));
     for (std::size_t i = 0; i < list->items.size(); ++i) {
       if (i >= source->items.size()) {
         raise(errors::kNoSuchObject,

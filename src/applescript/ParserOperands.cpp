@@ -222,7 +222,7 @@ std::optional<std::pair<RecordKey, std::size_t>> Parser::recordKey() const {
   return std::nullopt;
 }
 
-/// braces := "{" [expression {"," expression}] "}" | "{" key ":" expression {"," key ":" expression} "}"
+/// braces := "{" [expression {"," expression}] "}" ["of" operand] | "{" key ":" expression {"," key ":" expression} "}"
 ExpressionPointer Parser::parseBraces() {
   Nesting const nesting(*this);
   std::size_t const start = cursor_;
@@ -251,6 +251,7 @@ ExpressionPointer Parser::parseBraces() {
     } while (acceptSymbol(","));
   }
   expectSymbol("}");
+  if (acceptWord("of")) list.container = parseOperand();
   return make(start, std::move(list));
 }
 

@@ -78,6 +78,7 @@ bool Parser::isPattern(Expression const& expression) {
   if (expression.as<tree::Variable>() != nullptr) return true;
   auto const* list = expression.as<tree::ListDisplay>();
   if (list != nullptr) {
+    if (list->container != nullptr) return false;
     for (auto const& item : list->items) {
       if (!isPattern(*item)) return false;
     }

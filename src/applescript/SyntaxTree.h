@@ -65,6 +65,7 @@ struct Variable {
 };
 struct ListDisplay {
   std::vector<ExpressionPointer> items;
+  ExpressionPointer container = nullptr;  ///< of `{name, id} of x`: what the items are relative to; null without it
 };
 struct RecordDisplay {
   std::vector<std::pair<RecordKey, ExpressionPointer>> fields;

@@ -1,0 +1,3 @@
+-- expect error: -2741
+on f({name} of x)
+end f
