@@ -107,8 +107,9 @@ void PanelWindow::showOnTop() {
 
 void PanelWindow::hideAway() {
   bool const hadKeyboard = behaviour_.canBecomeKey() && client_.focus() == id();
-  hide();
+  // First: where a window with the keyboard goes, the window manager may choose a window, or none, after us.
   if (hadKeyboard) client_.setFocus(focusBefore_);
+  hide();
   client_.synchronise();
 }
 
