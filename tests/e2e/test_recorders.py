@@ -4,7 +4,7 @@
 
 import os
 
-from lib.keyboard import COMMAND, CONTROL, OPTION, SHIFT, Application, Keyboard
+from lib.keyboard import COMMAND, CONTROL, OPTION, SHIFT, Application, keyboard_of
 from lib.morlatest import SECONDS, DesktopTest, main, morla, programs, xdotool
 from desktoplib import accessibility
 
@@ -19,11 +19,7 @@ BUTTONS = (MIRROR, FOLDER, AIRDROP)
 class Recorders(DesktopTest):
     def setUp(self):
         super().setUp()
-        os.environ["MORLA_KEY_DECISION_MS"] = "10000"  # a busy machine must not look like a main thread that is stuck
-        self.keys = Keyboard()
-        self.addCleanup(self.keys.close)
-        self.keys.repeat(False)
-        self.addCleanup(self.keys.repeat, True)
+        self.keys = keyboard_of(self)
 
     def start_host(self):
         self.host = programs.Program([HOST, self.trace.path], os.path.join(self.folder, "host.log"))

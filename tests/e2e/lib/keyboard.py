@@ -179,16 +179,22 @@ class Application:
             self._rest += piece
 
 
+def keyboard_of(test):
+    """For the time of one test, without repeats."""
+    os.environ["MORLA_KEY_DECISION_MS"] = "10000"  # a busy machine must not look like a main thread that is stuck
+    keys = Keyboard()
+    test.addCleanup(keys.close)
+    keys.repeat(False)
+    test.addCleanup(keys.repeat, True)
+    return keys
+
+
 class KeyboardTest(DesktopTest):
     """Another application has the focus, and tells each key that it gets. Keys do not repeat unless a test wants it."""
 
     def setUp(self):
         super().setUp()
-        os.environ["MORLA_KEY_DECISION_MS"] = "10000"  # a busy machine must not look like a main thread that is stuck
-        self.keys = Keyboard()
-        self.addCleanup(self.keys.close)
-        self.keys.repeat(False)
-        self.addCleanup(self.keys.repeat, True)
+        self.keys = keyboard_of(self)
         self.application = Application(self.display)
         self.addCleanup(self.application.end)
         self._told = 0

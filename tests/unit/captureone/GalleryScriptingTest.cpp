@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "EventReplies.h"
 #include "captureone/EmbeddedDictionary.h"
 #include "captureone/scripting/ObjectModel.h"
 
@@ -58,15 +59,6 @@ class GalleryScriptingTest : public ::testing::Test {
     return send("proc", std::move(what), std::move(parameters), "Capt");
   }
 
-  Value value(EventReply reply) {
-    auto const* error = std::get_if<EventError>(&reply);
-    if (error != nullptr) ADD_FAILURE() << error->number << " " << error->message;
-    return error != nullptr ? Value() : std::get<Value>(std::move(reply));
-  }
-  std::int64_t error(EventReply reply) {
-    auto const* failure = std::get_if<EventError>(&reply);
-    return failure == nullptr ? 0 : failure->number;
-  }
   /// Texts joined by commas; other values as they are counted.
   std::string texts(EventReply reply) {
     auto const all = value(std::move(reply));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "EventReplies.h"
 #include "captureone/EmbeddedDictionary.h"
 
 namespace morla::captureone {
@@ -48,15 +49,6 @@ class ObjectModelTest : public ::testing::Test {
     return send("cnte", std::move(where), {{Code("kocl"), TypeCode{Code(what)}}});
   }
 
-  Value value(EventReply reply) {
-    auto const* error = std::get_if<EventError>(&reply);
-    if (error != nullptr) ADD_FAILURE() << error->number << " " << error->message;
-    return error != nullptr ? Value() : std::get<Value>(std::move(reply));
-  }
-  std::int64_t error(EventReply reply) {
-    auto const* failure = std::get_if<EventError>(&reply);
-    return failure == nullptr ? 0 : failure->number;
-  }
   std::string id(std::size_t index) { return model_.documents().all().at(index).id; }
 
   /// As many documents, the first of them in front: scripts count from there.

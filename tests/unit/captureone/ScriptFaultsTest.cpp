@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -11,11 +9,6 @@
 /// single event.
 namespace morla::captureone {
 namespace {
-
-std::string part(std::string const& name) {
-  std::ifstream stream(MORLA_SOURCE_DIR "/scripts/" + name + ".applescript", std::ios::binary);
-  return std::string{std::istreambuf_iterator<char>(stream), {}};
-}
 
 struct Script {
   char const* label;

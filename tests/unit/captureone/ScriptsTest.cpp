@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -13,11 +11,6 @@
 /// every state that it can be in.
 namespace morla::captureone {
 namespace {
-
-std::string part(std::string const& name) {
-  std::ifstream stream(MORLA_SOURCE_DIR "/scripts/" + name + ".applescript", std::ios::binary);
-  return std::string{std::istreambuf_iterator<char>(stream), {}};
-}
 
 std::string toldById(std::string const& name) {
   return "tell application id \"com.captureone.captureone16\"" + part(name);

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <utility>
 
 namespace morla::captureone {
@@ -20,6 +22,11 @@ std::string replaced(std::string text, std::string const& from, std::string cons
 }
 
 }  // namespace
+
+std::string part(std::string const& name) {
+  std::ifstream stream(MORLA_SOURCE_DIR "/scripts/" + name + ".applescript", std::ios::binary);
+  return std::string{std::istreambuf_iterator<char>(stream), {}};
+}
 
 std::string SimulatedHost::mapped(std::string text) const {
   return replaced(std::move(text), kTemporary, folder_.path().string() + "/");

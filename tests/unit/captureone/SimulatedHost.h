@@ -13,6 +13,9 @@
 
 namespace morla::captureone {
 
+/// A script of the program, or the part of one, by the name of its file.
+[[nodiscard]] std::string part(std::string const& name);
+
 /// A machine on which scripts meet the simulated application without a bus in between: the interpreter on one side, the
 /// gate with its faults and the object model on the other. Shell commands are run; the temporary folder of the system
 /// that they name is one of the test's own.
