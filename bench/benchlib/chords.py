@@ -53,6 +53,8 @@ class Watcher:
         # Not while it still takes its keys: some programs then forget the one that comes, and the keyboard stays frozen.
         process.settle(self._program.pid)
         for _ in range(50):
+            if self._program.poll() is not None:
+                raise AssertionError(f"{name} has ended with status {self._program.returncode}")
             programs.xdotool("key", key)
             if self.pipe.wait(word, 0.2):
                 self.pipe.drain()
@@ -90,7 +92,11 @@ def start_bare(bench):
 
 
 def start_sxhkd(bench):
-    return lambda pipe: quiet(["sxhkd", "-c", written(os.path.join(bench.folder, "sxhkdrc"), f"h\n\techo x > {pipe}\n")])
+    def start(pipe):
+        # It runs its commands by the shell that the environment names, and gives up where it names none.
+        return quiet(["sxhkd", "-c", written(os.path.join(bench.folder, "sxhkdrc"), f"h\n\techo x > {pipe}\n")],
+                     env={**os.environ, "SHELL": "/bin/sh"})
+    return start
 
 
 def start_xbindkeys(bench):
