@@ -7,6 +7,11 @@ from lib.keyboard import (COMMAND, MARKER, OPTION, SECOND_KEYBOARD, SHIFT, Keybo
 from lib.morlatest import SECONDS, main, programs
 
 SUPER = [("Super_L", True), ("Super_L", False)]
+MASTER_KEYBOARD = "Virtual core keyboard"
+
+
+def keyboard_number():
+    return int(programs.run("xinput", "list", "--id-only", SECOND_KEYBOARD).stdout)
 
 
 class LayoutTest(KeyboardTest):
@@ -117,12 +122,11 @@ class Layout(LayoutTest):
 
 
 class SecondKeyboard(LayoutTest):
-    """Another keyboard on the same desktop, whose keys mean something else. It is there all the time: Xvfb sometimes has
-    no keyboard any more after one was unplugged (`xinput disable`, `float`), also without MORLA."""
+    """Another keyboard on the same desktop, whose keys mean something else."""
 
     def setUp(self):
         super().setUp()
-        self.number = int(programs.run("xinput", "list", "--id-only", SECOND_KEYBOARD).stdout)
+        self.number = keyboard_number()
         self.addCleanup(programs.run, "setxkbmap", "-device", str(self.number), "-layout", "us")
         self.keys.tap("Shift_L")  # the one in use would not hand its new layout on to the desktop
         programs.run("setxkbmap", "-device", str(self.number), "-layout", "fr")
@@ -149,6 +153,53 @@ class SecondKeyboard(LayoutTest):
         place = self.second.code("q")
         self.assertEqual(self.application.lines_until(f"up {place}", SECONDS)[-1], f"down {place}")
         self.assertEqual(self.fired(), [])
+
+
+class Unplugged(KeyboardTest):
+    """A keyboard of two, which comes and goes."""
+
+    def setUp(self):
+        super().setUp()
+        self.number = keyboard_number()
+        self.second = Keyboard(self.number)
+        self.addCleanup(self.second.close)
+        self.addCleanup(self.plug_in)
+
+    def unplug(self):
+        programs.run("xinput", "float", str(self.number))
+
+    def plug_in(self):
+        programs.run("xinput", "reattach", str(self.number), MASTER_KEYBOARD)
+
+    def test_in_the_middle_of_a_chord_its_keys_are_up_and_the_chord_starts_anew(self):
+        self.start_with_chord("A+K", 0)
+        self.second.down("k")
+        self.unplug()
+        self.keys.tap("a")
+        self.expect(fires=0, gets=[])
+        self.keys.tap("x")
+        self.expect(fires=0, gets=pressed_and_released("x"))
+        self.keys.chord("a", "k")
+        self.expect(fires=1, gets=[])
+
+    def test_and_plugged_in_again_it_types_and_fires_as_before(self):
+        self.start_with_chord("A+K", 0)
+        self.unplug()
+        self.keys.chord("a", "k")
+        self.expect(fires=1, gets=[])
+        self.plug_in()
+        for keyboard in (self.keys, self.second):
+            keyboard.chord("a", "k")
+            keyboard.tap("x")
+            self.expect(fires=1, gets=pressed_and_released("x"))
+
+    def test_with_a_key_of_the_chord_held_on_the_other_it_stays_held(self):
+        self.start_with_chord("A+K", 0)
+        self.keys.down("a")
+        self.unplug()
+        self.keys.tap("k")
+        self.keys.up("a")
+        self.expect(fires=1, gets=[])
 
 
 if __name__ == "__main__":

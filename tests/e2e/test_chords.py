@@ -10,6 +10,7 @@ import os
 from lib.keyboard import COMMAND, CONTROL, OPTION, SHIFT, KeyboardTest, pressed_and_released
 from lib.morlatest import SECONDS, main, programs
 
+CLICKS = 300  # some of them while it is decided what becomes of a key
 SUPER = [("Super_L", True), ("Super_L", False)]
 
 
@@ -65,6 +66,20 @@ class Chord(KeyboardTest):
         self.keys.up("b", "y", "a", "Super_L")
         self.expect(fires=1, gets=[("Super_L", True), *pressed_and_released("x"), ("y", True), ("y", False),
                                    ("Super_L", False)])
+
+    def test_clicks_reach_the_application_also_while_a_key_of_it_is_held(self):
+        self.start_with_chord("A+B", 0)
+        programs.xdotool("mousemove", *self.centre(programs.managed_window(self.display, programs.OTHER)))
+        self.keys.down("a")
+        told = []
+        for _ in range(CLICKS):
+            self.keys.send([("x", True), ("x", False)])
+            self.keys.click()
+            # One at a time: some window managers lose their hold of the pointer over clicks that come too quickly.
+            told += self.application.lines_until("release 1", SECONDS)
+        self.keys.up("a")
+        self.assertEqual(told.count("press 1"), CLICKS)
+        self.assertEqual((told + self.told()).count(f"down {self.keys.code('x')}"), CLICKS)
 
     def test_one_key_released_and_pressed_again_fires_again(self):
         self.start_with_chord("A+B", 0)

@@ -12,8 +12,9 @@ from ctypes import (CFUNCTYPE, POINTER, Structure, Union, byref, c_char_p, c_int
 
 ANY_PROPERTY_TYPE = 0
 KEY_MASK = 1 << 0 | 1 << 1
+BUTTON_MASK = 1 << 2 | 1 << 3
 FOCUS_CHANGE_MASK = 1 << 21
-KEY_PRESS, KEY_RELEASE, FOCUS_IN, FOCUS_OUT, CLIENT_MESSAGE = 2, 3, 9, 10, 33
+KEY_PRESS, KEY_RELEASE, BUTTON_PRESS, BUTTON_RELEASE, FOCUS_IN, FOCUS_OUT, CLIENT_MESSAGE = 2, 3, 4, 5, 9, 10, 33
 PROPERTY_CHANGE_MASK = 1 << 22
 STRUCTURE_NOTIFY_MASK = 1 << 17
 SUBSTRUCTURE_NOTIFY_MASK = 1 << 19
@@ -44,6 +45,10 @@ class Event(Union):
     # XEvent is a union padded to 24 longs.
     _fields_ = [("type", c_int), ("key", _KeyEvent), ("focus", _FocusEvent), ("message", _ClientMessage),
                 ("padding", c_long * 24)]
+
+    @property
+    def button(self):
+        return self.key.keycode  # the same structure, the same place
 
 
 class _Attributes(Structure):
@@ -254,7 +259,7 @@ class Display:
     def make_window(self, class_name, title, x, y, width, height, colour):
         """A plain window that wants the keyboard; not shown yet."""
         window = self._lib.XCreateSimpleWindow(self._display, self.root, x, y, width, height, 0, 0, colour)
-        self._lib.XSelectInput(self._display, window, KEY_MASK | FOCUS_CHANGE_MASK)
+        self._lib.XSelectInput(self._display, window, KEY_MASK | BUTTON_MASK | FOCUS_CHANGE_MASK)
         self.set_text(window, "WM_CLASS", "STRING", f"{class_name.lower()}\0{class_name}\0")
         self.set_text(window, "WM_NAME", "STRING", title)
         self.set_text(window, "_NET_WM_NAME", "UTF8_STRING", title)

@@ -43,6 +43,7 @@ class Keyboard:
             function = getattr(self._x, name)
             function.restype, function.argtypes = result, arguments
         self._test.XTestFakeKeyEvent.argtypes = [c_void_p, c_uint, c_int, c_ulong]
+        self._test.XTestFakeButtonEvent.argtypes = [c_void_p, c_uint, c_int, c_ulong]
         self._test.XTestFakeDeviceKeyEvent.argtypes = [c_void_p, c_void_p, c_uint, c_int, c_void_p, c_int, c_ulong]
         self._input.XOpenDevice.restype, self._input.XOpenDevice.argtypes = c_void_p, [c_void_p, c_ulong]
         self._number = device
@@ -109,6 +110,12 @@ class Keyboard:
                 self._test.XTestFakeKeyEvent(self._display, self.code(name), int(is_pressed), 0)
         self._x.XSync(self._display, 0)
 
+    def click(self):
+        """With the other hand, wherever the pointer is, without waiting for the server."""
+        for is_pressed in (1, 0):
+            self._test.XTestFakeButtonEvent(self._display, 1, is_pressed, 0)
+        self._x.XFlush(self._display)
+
     def repeat(self, is_on):
         (self._x.XAutoRepeatOn if is_on else self._x.XAutoRepeatOff)(self._display)
         self._x.XSync(self._display, 0)
@@ -155,6 +162,8 @@ class Application:
         self._program = subprocess.Popen([sys.executable, script, "--codes"], stdin=subprocess.DEVNULL,
                                          stdout=subprocess.PIPE)
         self._rest = b""
+        # The window manager alone may still speak of the window of the test before.
+        self.lines_until("focus in", SECONDS)
         programs.wait_for_window(display, programs.OTHER, SECONDS)
 
     def end(self):
@@ -211,11 +220,14 @@ class KeyboardTest(DesktopTest):
         self.store_chord(characters, modifiers)
         self.start_morla(watching=False)
 
-    def received(self):
-        """What the application has got since the last call: (name of the key, was it pressed) each."""
+    def told(self):
+        """What the application has told since the last call, up to now; at the end it is the press of the marker."""
         self.keys.tap(MARKER)
-        marker = self.keys.code(MARKER)
-        lines = [line.split() for line in self.application.lines_until(f"up {marker}", SECONDS)]
+        return self.application.lines_until(f"up {self.keys.code(MARKER)}", SECONDS)
+
+    def received(self):
+        """The keys among it: (name of the key, was it pressed) each."""
+        lines = [line.split() for line in self.told()]
         names = {str(code): name for name, code in self.keys._codes.items()}
         events = [(names.get(code, code), what == "down") for what, code in lines if what in ("down", "up")]
         self.assertEqual(events.pop(), (MARKER, True))

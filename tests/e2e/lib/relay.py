@@ -1,5 +1,6 @@
 """Stands between programs and the X server, which may serve others between any two requests of one program. The relay
-makes that happen where it can hurt: a request to let the pointer go waits until its connection asks for more."""
+makes that happen where it can hurt: a request to let the pointer go waits until its connection asks for more, or until
+nobody asks for anything."""
 
 import errno
 import os
@@ -12,15 +13,19 @@ SOCKET = "/tmp/.X11-unix/X"
 # Of displays; no server gets there by counting from 0.
 FIRST_NUMBER = 1000
 PIECE = 65536
+# Nobody asks for anything.
+SILENCE_SECONDS = 0.005
 # More than anybody sends at once beside the bytes.
 DESCRIPTORS = 16
 
 
 class Relay:
-    """`display` is what stands in DISPLAY for the programs; `held_back` counts the requests that had to wait."""
+    """`display` is what stands in DISPLAY for the programs; `held_back` counts the requests that had to wait, `waiting`
+    are the connections on which one does."""
 
     def __init__(self):
         self.held_back = 0
+        self.waiting = set()
         self._server = SOCKET + os.environ["DISPLAY"].lstrip(":").partition(".")[0]
         self._selector = selectors.DefaultSelector()
         self._stop, stopped = socket.socketpair()
@@ -41,7 +46,10 @@ class Relay:
 
     def _run(self):
         while True:
-            for key, _ in self._selector.select():
+            ready = self._selector.select(SILENCE_SECONDS if self.waiting else None)
+            while not ready and self.waiting:
+                self.waiting.pop().go_on()
+            for key, _ in ready:
                 if key.data is None:
                     return
                 if key.fileobj.fileno() >= 0:  # not closed a moment ago, with its other end
@@ -51,7 +59,8 @@ class Relay:
         program = listener.accept()[0]
         server = socket.socket(socket.AF_UNIX)
         server.connect(self._server)
-        for source, target, choose in ((program, server, Requests(self).choose), (server, program, lambda data: data)):
+        requests = Requests(self, server)
+        for source, target, choose in ((program, server, requests.choose), (server, program, lambda data: data)):
             self._selector.register(source, selectors.EVENT_READ, Direction(self, source, target, choose).carry)
 
     def forget(self, *ends):
@@ -103,8 +112,8 @@ class Direction:
 class Requests:
     """What a program asks on one connection."""
 
-    def __init__(self, relay):
-        self._relay = relay
+    def __init__(self, relay, server):
+        self._relay, self._server = relay, server
         self._rest = b""
         self._waiting = b""
         self._has_begun = False
@@ -116,13 +125,23 @@ class Requests:
             request, self._rest = self._rest[:length], self._rest[length:]
             chosen += self._waiting
             self._waiting = b""
+            self._relay.waiting.discard(self)
             if self._has_begun and request[0] == UNGRAB_POINTER:
                 self._relay.held_back += 1
+                self._relay.waiting.add(self)
                 self._waiting = request
             else:
                 chosen += request
             self._has_begun = True
         return chosen
+
+    def go_on(self):
+        """What waits waits no longer."""
+        try:
+            self._server.sendall(self._waiting)
+        except OSError:
+            return  # the connection has been closed since
+        self._waiting = b""
 
     def _number(self, at, size):
         return int.from_bytes(self._rest[at:at + size], "little")

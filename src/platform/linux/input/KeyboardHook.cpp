@@ -183,7 +183,10 @@ void KeyboardHook::handleKey(xcb_key_press_event_t const& event, std::size_t con
   auto keyEvent = grabs_.keymap()->event(key, event.state, isPress ? KeyEventType::down : KeyEventType::up);
   keyEvent.isAutoRepeat = isPress && isRepeat(event);
 
-  auto const decision = ask(keyEvent);
+  auto const question = ask(keyEvent);
+  // Most likely the answer is to pass it then, which takes the lock: the server may set it while the main thread decides.
+  if (hasKeyboard_ && !swallowed_.contains(key)) requestPointer();
+  auto const decision = waitForAnswer(*question);
   if (!decision) {
     giveUp();
     return;
@@ -209,7 +212,7 @@ bool KeyboardHook::isRepeat(xcb_key_press_event_t const& press) const {
   return swallowed_.empty() ? held_.isRepeat(press) : down_.contains(press.detail);
 }
 
-std::optional<TapDecision> KeyboardHook::ask(platform::KeyEvent const& event) {
+std::shared_ptr<KeyboardHook::Question> KeyboardHook::ask(platform::KeyEvent const& event) {
   auto const question = std::make_shared<Question>();
   question->event = event;
   loop_.post([link = link_, question] {
@@ -222,10 +225,14 @@ std::optional<TapDecision> KeyboardHook::ask(platform::KeyEvent const& event) {
     question->answer = answer;
     question->answered.notify_one();
   });
-  std::unique_lock lock(question->mutex);
-  question->answered.wait_for(lock, longestDecision_, [&] { return question->answer.has_value(); });
-  question->isExpired = !question->answer.has_value();
-  return question->answer;
+  return question;
+}
+
+std::optional<TapDecision> KeyboardHook::waitForAnswer(Question& question) const {
+  std::unique_lock lock(question.mutex);
+  question.answered.wait_for(lock, longestDecision_, [&] { return question.answer.has_value(); });
+  question.isExpired = !question.answer.has_value();
+  return question.answer;
 }
 
 void KeyboardHook::tell(void (*what)(Decider&)) {
@@ -235,6 +242,7 @@ void KeyboardHook::tell(void (*what)(Decider&)) {
 }
 
 void KeyboardHook::swallow() {
+  releasePointer();
   if (swallowed_.empty()) {
     // To thaw the keyboard first would play what is queued into our own grab.
     xcb_ungrab_keyboard(owner(), XCB_CURRENT_TIME);
@@ -256,6 +264,7 @@ void KeyboardHook::pass() {
     passAndKeepKeyboard();
     return;
   }
+  releasePointer();
   hasKeyboard_ = false;
   xcb_allow_events(owner(), XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
   xcb_flush(owner());
@@ -263,7 +272,8 @@ void KeyboardHook::pass() {
 
 void KeyboardHook::passAndKeepKeyboard() {
   auto const other = 1 - owner_;
-  bool const hasPointer = grabPointer(connections_[other].get());
+  requestPointer();
+  bool const hasPointer = waitForPointer();
   xcb_allow_events(owner(), XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
   roundTrip(owner());
   // With no lock the keys run. One of them may have come to the grab of a single key: on that connection the keyboard
@@ -293,13 +303,28 @@ void KeyboardHook::passAndKeepKeyboard() {
   if (hasMissedKeys || !isGranted) tellFlags();
 }
 
-bool KeyboardHook::grabPointer(xcb_connection_t* connection) {
+void KeyboardHook::requestPointer() {
+  if (pointer_) return;
+  auto* const connection = connections_[1 - owner_].get();
+  // The pointer stands still as well: a click would be nobody's otherwise.
+  pointer_ = xcb_grab_pointer(connection, 0, root_, 0, XCB_GRAB_MODE_SYNC, XCB_GRAB_MODE_SYNC, XCB_NONE, XCB_NONE,
+                              XCB_CURRENT_TIME);
+  xcb_flush(connection);
+}
+
+bool KeyboardHook::waitForPointer() {
+  auto const cookie = std::exchange(pointer_, std::nullopt);
   XcbOwned<xcb_grab_pointer_reply_t> const reply(
-      xcb_grab_pointer_reply(connection,
-                             xcb_grab_pointer(connection, 0, root_, 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC,
-                                              XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
-                             nullptr));
+      xcb_grab_pointer_reply(connections_[1 - owner_].get(), *cookie, nullptr));
   return reply != nullptr && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+void KeyboardHook::releasePointer() {
+  if (!pointer_) return;
+  auto* const connection = connections_[1 - owner_].get();
+  xcb_discard_reply(connection, std::exchange(pointer_, std::nullopt)->sequence);
+  xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
+  xcb_flush(connection);
 }
 
 bool KeyboardHook::forgetReleasedKeys() {

@@ -70,16 +70,20 @@ class KeyboardHook {
   void handleKey(xcb_key_press_event_t const& event, std::size_t connection);
   [[nodiscard]] bool isRepeat(xcb_key_press_event_t const& press) const;
   void reloadKeymap();
+  [[nodiscard]] std::shared_ptr<Question> ask(platform::KeyEvent const& event);
   /// Nothing when no decision came in time.
-  [[nodiscard]] std::optional<platform::TapDecision> ask(platform::KeyEvent const& event);
+  [[nodiscard]] std::optional<platform::TapDecision> waitForAnswer(Question& question) const;
   void tell(void (*what)(Decider&));
   void tellFlags();
   void swallow();
   void pass();
   void passAndKeepKeyboard();
-  /// Freezes the queue of keys, so that none slips through between a replay and the next grab. Not when another client
-  /// has the pointer.
-  [[nodiscard]] bool grabPointer(xcb_connection_t* connection);
+  /// Freezes the queue of keys, by the connection that the last key did not come on, so that none slips through between a
+  /// replay and the next grab. Once it is requested it must be waited for or released.
+  void requestPointer();
+  /// False when another client has the pointer.
+  [[nodiscard]] bool waitForPointer();
+  void releasePointer();
   /// Of the swallowed keys those that have come up unseen; gives whether there are any.
   [[nodiscard]] bool forgetReleasedKeys();
   void giveUp();
@@ -103,6 +107,7 @@ class KeyboardHook {
   bool isKeymapStale_ = false;
   std::size_t owner_ = 0;              ///< the connection that the last key came on
   bool hasKeyboard_ = false;           ///< the whole keyboard, not one key
+  std::optional<xcb_grab_pointer_cookie_t> pointer_;  ///< requested, nothing done with the answer yet
   std::set<xcb_keycode_t> swallowed_;  ///< pressed, swallowed, and still down
   std::set<xcb_keycode_t> down_;       ///< pressed since the first of these, and still down
 
