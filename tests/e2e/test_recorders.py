@@ -12,11 +12,14 @@ HOST = os.path.join(os.path.dirname(os.environ["MORLA_BIN"]), "tests", "recorder
 MIRROR = "ShortcutRecorderManager"
 FOLDER = "CaptureOneFolderShortcutRecorderManager"
 AIRDROP = "AirdropShortcutRecorderManager"
+HOST_WINDOW = "recorder_host"
 BUTTONS = (MIRROR, FOLDER, AIRDROP)
 # What belongs to no recorder: Return confirms the window, Ctrl+K is a shortcut in it, letters go into its text field.
 
 
 class Recorders(DesktopTest):
+    window_classes = (*DesktopTest.window_classes, HOST_WINDOW)
+
     def setUp(self):
         super().setUp()
         self.keys = keyboard_of(self)
@@ -24,7 +27,7 @@ class Recorders(DesktopTest):
     def start_host(self):
         self.host = programs.Program([HOST, self.trace.path], os.path.join(self.folder, "host.log"))
         self.addCleanup(self.host.end)
-        self.window = programs.wait_for_window(self.display, "recorder_host", SECONDS)
+        self.window = programs.wait_for_window(self.display, HOST_WINDOW, SECONDS)
         accessibility.wait_until(lambda: "ready" in self.told(), SECONDS, "the places of the buttons are told")
         self.places = {name: (int(x), int(y)) for _, name, x, y in
                        (line.split() for line in self.told() if line.startswith("at "))}

@@ -11,6 +11,7 @@ ENDS_WITHIN_SECONDS = 10
 COMMAND_SECONDS = 20
 # The class of a third application, which has nothing to do with the other two.
 OTHER = "Autre"
+CAPTURE_ONE = "Capture One"
 
 
 def path_of(name):
@@ -71,7 +72,7 @@ class Desktop:
     def start_capture_one(self, display):
         """Returns when it answers and its window has the focus."""
         self.capture_one = Program([path_of("captureone-sim")], os.path.join(self.folder, "captureone-sim.log"))
-        window = wait_for_window(display, "Capture One", 20)
+        window = wait_for_window(display, CAPTURE_ONE, 20)
         control("get", "events")
         if self.capture_one.poll() is not None:
             raise AssertionError(f"it was another one that answered: {self.capture_one.output()}")

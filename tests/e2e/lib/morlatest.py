@@ -29,6 +29,7 @@ class DesktopTest(unittest.TestCase):
     """A display, the two programs, their trace; what was started ends with the test."""
 
     maxDiff = None
+    window_classes = (programs.CAPTURE_ONE, programs.OTHER)
 
     def setUp(self):
         shutil.rmtree(os.path.join(os.environ["XDG_CONFIG_HOME"], "morla"), ignore_errors=True)
@@ -36,10 +37,15 @@ class DesktopTest(unittest.TestCase):
         home.allow(os.environ["XDG_DATA_HOME"])
         self.display = Display()
         self.addCleanup(self.display.close)
+        # Windows of the test before, whose program has ended, would be taken for those of this one.
+        self.assertTrue(self.display.wait_until(lambda: not self.windows_left(), SECONDS), self.windows_left())
         self.folder = tempfile.mkdtemp(prefix=self.id().rpartition(".")[2] + ".")
         self.desktop = programs.Desktop(self.folder)
         self.trace = self.desktop.trace
         self.addCleanup(self.desktop.end)
+
+    def windows_left(self):
+        return [name for name in self.window_classes if programs.managed_window(self.display, name)]
 
     def start_capture_one(self):
         """Gives its window, which is in front."""

@@ -184,7 +184,8 @@ void KeyboardHook::handleKey(xcb_key_press_event_t const& event, std::size_t con
   keyEvent.isAutoRepeat = isPress && isRepeat(event);
 
   auto const question = ask(keyEvent);
-  // Most likely the answer is to pass it then, which takes the lock: the server may set it while the main thread decides.
+  // Most likely the answer is to pass it then, which takes the lock: the server may set it while the main thread
+  // decides.
   if (hasKeyboard_ && !swallowed_.contains(key)) requestPointer();
   auto const decision = waitForAnswer(*question);
   if (!decision) {

@@ -78,8 +78,8 @@ class KeyboardHook {
   void swallow();
   void pass();
   void passAndKeepKeyboard();
-  /// Freezes the queue of keys, by the connection that the last key did not come on, so that none slips through between a
-  /// replay and the next grab. Once it is requested it must be waited for or released.
+  /// Freezes the queue of keys, by the connection that the last key did not come on, so that none slips through between
+  /// a replay and the next grab. Once it is requested it must be waited for or released.
   void requestPointer();
   /// False when another client has the pointer.
   [[nodiscard]] bool waitForPointer();
@@ -105,11 +105,11 @@ class KeyboardHook {
   std::uint16_t state_;
   HeldKeys held_;  ///< on the first connection
   bool isKeymapStale_ = false;
-  std::size_t owner_ = 0;              ///< the connection that the last key came on
-  bool hasKeyboard_ = false;           ///< the whole keyboard, not one key
+  std::size_t owner_ = 0;                             ///< the connection that the last key came on
+  bool hasKeyboard_ = false;                          ///< the whole keyboard, not one key
   std::optional<xcb_grab_pointer_cookie_t> pointer_;  ///< requested, nothing done with the answer yet
-  std::set<xcb_keycode_t> swallowed_;  ///< pressed, swallowed, and still down
-  std::set<xcb_keycode_t> down_;       ///< pressed since the first of these, and still down
+  std::set<xcb_keycode_t> swallowed_;                 ///< pressed, swallowed, and still down
+  std::set<xcb_keycode_t> down_;                      ///< pressed since the first of these, and still down
 
   std::thread thread_;
 };
