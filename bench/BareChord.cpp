@@ -9,7 +9,7 @@
 ///
 ///     bench_bare_chord KEYCODE
 ///
-/// writes `r` when the key is its own and `x` for each press, and stays until it is ended.
+/// writes `x` for each press, and stays until it is ended.
 int main(int argc, char** argv) {
   Display* const display = XOpenDisplay(nullptr);
   if (argc != 2 || display == nullptr) {
@@ -17,8 +17,6 @@ int main(int argc, char** argv) {
     return 2;
   }
   XGrabKey(display, std::atoi(argv[1]), 0, XDefaultRootWindow(display), False, GrabModeAsync, GrabModeAsync);
-  XSync(display, False);
-  if (write(STDOUT_FILENO, "r", 1) != 1) return 1;
   while (true) {
     XEvent event{};
     XNextEvent(display, &event);

@@ -5,11 +5,11 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QSignalBlocker>
-#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "captureone/window/JobList.h"
+#include "captureone/window/RowDelegate.h"
 #include "captureone/window/Section.h"
 #include "captureone/window/Texts.h"
 
@@ -18,42 +18,36 @@ namespace {
 
 constexpr int kRowHeight = 24;
 
-class Delegate final : public QStyledItemDelegate {
+class Delegate final : public RowDelegate {
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+  explicit Delegate(QObject* parent) : RowDelegate(kRowHeight, parent) {}
 
-  [[nodiscard]] QSize sizeHint(QStyleOptionViewItem const&, QModelIndex const&) const override {
-    return {100, kRowHeight};
-  }
-
-  void paint(QPainter* painter, QStyleOptionViewItem const& option, QModelIndex const& index) const override {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
+ private:
+  void paintRow(QPainter& painter, QStyleOptionViewItem const& option, QModelIndex const& index) const override {
     auto const state = static_cast<JobList::State>(index.data(JobList::StateRole).toInt());
     QPointF const dot(option.rect.left() + 12.0, option.rect.top() + kRowHeight / 2.0);
     QColor const colour = state == JobList::State::failed   ? QColor(0xFF, 0x9F, 0x0A)
                           : state == JobList::State::inWork ? QColor(0x0A, 0x84, 0xFF)
                                                             : QColor(0x8E, 0x8E, 0x93);
-    painter->setPen(QPen(colour, 1.5));
-    painter->setBrush(state == JobList::State::waiting ? QBrush(Qt::NoBrush) : QBrush(colour));
-    painter->drawEllipse(dot, 3.5, 3.5);
+    painter.setPen(QPen(colour, 1.5));
+    painter.setBrush(state == JobList::State::waiting ? QBrush(Qt::NoBrush) : QBrush(colour));
+    painter.drawEllipse(dot, 3.5, 3.5);
     auto font = option.font;
     font.setPixelSize(11);
-    painter->setFont(font);
+    painter.setFont(font);
     QFontMetrics const metrics(font);
     QRect const text = option.rect.adjusted(24, 0, -8, 0);
     auto const name = index.data().toString();
     int const nameWidth = std::min(metrics.horizontalAdvance(name) + 1, text.width() * 3 / 5);
-    painter->setPen(QColor(0xE4, 0xE4, 0xE4));
-    painter->drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                      metrics.elidedText(name, Qt::ElideMiddle, nameWidth));
-    painter->setPen(QColor(0xA8, 0xA8, 0xA8));
+    painter.setPen(QColor(0xE4, 0xE4, 0xE4));
+    painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     metrics.elidedText(name, Qt::ElideMiddle, nameWidth));
+    painter.setPen(QColor(0xA8, 0xA8, 0xA8));
     QRect const rest = text.adjusted(nameWidth + 8, 0, 0, 0);
     auto const recipe =
         state == JobList::State::failed ? QStringLiteral("échec") : index.data(JobList::RecipeRole).toString();
-    painter->drawText(rest, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine,
-                      metrics.elidedText(recipe, Qt::ElideRight, rest.width()));
-    painter->restore();
+    painter.drawText(rest, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine,
+                     metrics.elidedText(recipe, Qt::ElideRight, rest.width()));
   }
 };
 

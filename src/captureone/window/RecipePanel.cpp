@@ -7,11 +7,11 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
-#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "captureone/window/RecipeList.h"
+#include "captureone/window/RowDelegate.h"
 #include "captureone/window/Section.h"
 #include "captureone/window/Style.h"
 
@@ -23,35 +23,9 @@ constexpr int kMostRows = 4;  ///< seen at once
 constexpr int kTextLeft = 30;
 constexpr int kLine = 15;
 
-class Delegate final : public QStyledItemDelegate {
+class Delegate final : public RowDelegate {
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-
-  [[nodiscard]] QSize sizeHint(QStyleOptionViewItem const&, QModelIndex const&) const override {
-    return {100, kRowHeight};
-  }
-
-  void paint(QPainter* painter, QStyleOptionViewItem const& option, QModelIndex const& index) const override {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    bool const isSelected = option.state.testFlag(QStyle::State_Selected);
-    if (isSelected || option.state.testFlag(QStyle::State_MouseOver)) {
-      painter->setPen(Qt::NoPen);
-      painter->setBrush(isSelected ? QColor(0x45, 0x45, 0x48) : QColor(0x38, 0x38, 0x38));
-      painter->drawRoundedRect(QRectF(option.rect).adjusted(0.5, 1, -0.5, -1), 6, 6);
-    }
-    paintBox(*painter, boxIn(option.rect), index.data(Qt::CheckStateRole).value<Qt::CheckState>() == Qt::Checked);
-    auto font = option.font;
-    font.setPixelSize(13);
-    paintLine(*painter, nameIn(option.rect), font, QColor(0xE4, 0xE4, 0xE4), index.data().toString());
-    font.setPixelSize(11);
-    auto small = nameIn(option.rect).translated(0, kLine + 2);
-    paintLine(*painter, small, font, QColor(0xA8, 0xA8, 0xA8), index.data(RecipeList::FormatRole).toString());
-    small.translate(0, kLine - 1);
-    paintLine(*painter, small, font, QColor(0xA8, 0xA8, 0xA8),
-              QStringLiteral("→ ") + index.data(RecipeList::DestinationRole).toString());
-    painter->restore();
-  }
+  explicit Delegate(QObject* parent) : RowDelegate(kRowHeight, parent) {}
 
   bool editorEvent(QEvent* event, QAbstractItemModel* model, QStyleOptionViewItem const& option,
                    QModelIndex const& index) override {
@@ -75,6 +49,25 @@ class Delegate final : public QStyledItemDelegate {
   }
 
  private:
+  void paintRow(QPainter& painter, QStyleOptionViewItem const& option, QModelIndex const& index) const override {
+    bool const isSelected = option.state.testFlag(QStyle::State_Selected);
+    if (isSelected || option.state.testFlag(QStyle::State_MouseOver)) {
+      painter.setPen(Qt::NoPen);
+      painter.setBrush(isSelected ? QColor(0x45, 0x45, 0x48) : QColor(0x38, 0x38, 0x38));
+      painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 1, -0.5, -1), 6, 6);
+    }
+    paintBox(painter, boxIn(option.rect), index.data(Qt::CheckStateRole).value<Qt::CheckState>() == Qt::Checked);
+    auto font = option.font;
+    font.setPixelSize(13);
+    paintLine(painter, nameIn(option.rect), font, QColor(0xE4, 0xE4, 0xE4), index.data().toString());
+    font.setPixelSize(11);
+    auto small = nameIn(option.rect).translated(0, kLine + 2);
+    paintLine(painter, small, font, QColor(0xA8, 0xA8, 0xA8), index.data(RecipeList::FormatRole).toString());
+    small.translate(0, kLine - 1);
+    paintLine(painter, small, font, QColor(0xA8, 0xA8, 0xA8),
+              QStringLiteral("→ ") + index.data(RecipeList::DestinationRole).toString());
+  }
+
   static QRect boxIn(QRect const& row) { return {row.left() + 7, row.top() + 8, 15, 15}; }
   static QRect nameIn(QRect const& row) {
     return {row.left() + kTextLeft, row.top() + 5, row.width() - kTextLeft - 6, kLine + 3};

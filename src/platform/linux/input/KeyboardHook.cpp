@@ -272,14 +272,13 @@ void KeyboardHook::pass() {
 }
 
 void KeyboardHook::passAndKeepKeyboard() {
-  auto const other = 1 - owner_;
   requestPointer();
   bool const hasPointer = waitForPointer();
   xcb_allow_events(owner(), XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
   roundTrip(owner());
   // With no lock the keys run. One of them may have come to the grab of a single key: on that connection the keyboard
   // would be taken over with the key in it, unanswered, and each answer from there on be for the key after its own.
-  owner_ = hasPointer ? other : 1;
+  owner_ = hasPointer ? 1 - owner_ : 1;
   auto const cookie = xcb_grab_keyboard(owner(), 0, root_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
   // The new grab keeps the keyboard frozen until the last request. The pointer goes before it: the server may serve
   // the other connection between any two requests of this one, and the next key would find the pointer taken by us.
@@ -306,26 +305,23 @@ void KeyboardHook::passAndKeepKeyboard() {
 
 void KeyboardHook::requestPointer() {
   if (pointer_) return;
-  auto* const connection = connections_[1 - owner_].get();
   // The pointer stands still as well: a click would be nobody's otherwise.
-  pointer_ = xcb_grab_pointer(connection, 0, root_, 0, XCB_GRAB_MODE_SYNC, XCB_GRAB_MODE_SYNC, XCB_NONE, XCB_NONE,
+  pointer_ = xcb_grab_pointer(other(), 0, root_, 0, XCB_GRAB_MODE_SYNC, XCB_GRAB_MODE_SYNC, XCB_NONE, XCB_NONE,
                               XCB_CURRENT_TIME);
-  xcb_flush(connection);
+  xcb_flush(other());
 }
 
 bool KeyboardHook::waitForPointer() {
   auto const cookie = std::exchange(pointer_, std::nullopt);
-  XcbOwned<xcb_grab_pointer_reply_t> const reply(
-      xcb_grab_pointer_reply(connections_[1 - owner_].get(), *cookie, nullptr));
+  XcbOwned<xcb_grab_pointer_reply_t> const reply(xcb_grab_pointer_reply(other(), *cookie, nullptr));
   return reply != nullptr && reply->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
 void KeyboardHook::releasePointer() {
   if (!pointer_) return;
-  auto* const connection = connections_[1 - owner_].get();
-  xcb_discard_reply(connection, std::exchange(pointer_, std::nullopt)->sequence);
-  xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
-  xcb_flush(connection);
+  xcb_discard_reply(other(), std::exchange(pointer_, std::nullopt)->sequence);
+  xcb_ungrab_pointer(other(), XCB_CURRENT_TIME);
+  xcb_flush(other());
 }
 
 bool KeyboardHook::forgetReleasedKeys() {

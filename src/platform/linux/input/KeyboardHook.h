@@ -89,6 +89,7 @@ class KeyboardHook {
   void giveUp();
   void roundTrip(xcb_connection_t* connection);
   [[nodiscard]] xcb_connection_t* owner() const { return connections_[owner_].get(); }
+  [[nodiscard]] xcb_connection_t* other() const { return connections_[1 - owner_].get(); }
 
   MainLoop& loop_;
   std::shared_ptr<Link> link_;

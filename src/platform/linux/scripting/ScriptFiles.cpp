@@ -8,23 +8,11 @@
 #include <ctime>
 #include <filesystem>
 
+#include "platform/linux/FileDescriptor.h"
+
 namespace morla::linux {
 
 namespace {
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  Descriptor(Descriptor const&) = delete;
-  Descriptor& operator=(Descriptor const&) = delete;
-  [[nodiscard]] int number() const { return number_; }
-
- private:
-  int number_;
-};
 
 /// The error of the file commands that comes nearest to errno's.
 [[nodiscard]] std::int64_t errorNow() {
@@ -53,10 +41,10 @@ class Descriptor {
 }
 
 /// What is no regular file (a pipe would hold the script up) counts as none.
-[[nodiscard]] std::int64_t problemOf(Descriptor const& file) {
-  if (file.number() < 0) return errorNow();
+[[nodiscard]] std::int64_t problemOf(FileDescriptor const& file) {
+  if (!file) return errorNow();
   struct stat status{};
-  if (::fstat(file.number(), &status) != 0) return errorNow();
+  if (::fstat(file.get(), &status) != 0) return errorNow();
   return S_ISREG(status.st_mode) ? 0 : -43;
 }
 
@@ -78,15 +66,14 @@ std::optional<applescript::HostFiles::Information> ScriptFiles::information(std:
 }
 
 applescript::HostFiles::Bytes ScriptFiles::read(std::string const& path, std::size_t offset, std::size_t count) {
-  Descriptor const file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  FileDescriptor const file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   Bytes result;
   result.error = problemOf(file);
   if (result.error != 0) return result;
   result.bytes.resize(count);
   std::size_t done = 0;
   while (done < count) {
-    auto const got =
-        ::pread(file.number(), result.bytes.data() + done, count - done, static_cast<off_t>(offset + done));
+    auto const got = ::pread(file.get(), result.bytes.data() + done, count - done, static_cast<off_t>(offset + done));
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) result.error = errorNow();
     if (got <= 0) break;
@@ -97,12 +84,11 @@ applescript::HostFiles::Bytes ScriptFiles::read(std::string const& path, std::si
 }
 
 std::int64_t ScriptFiles::write(std::string const& path, std::size_t offset, std::string const& bytes) {
-  Descriptor const file(openToWrite(path));
+  FileDescriptor const file(openToWrite(path));
   if (std::int64_t const problem = problemOf(file); problem != 0) return problem;
   std::size_t done = 0;
   while (done < bytes.size()) {
-    auto const put =
-        ::pwrite(file.number(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
+    auto const put = ::pwrite(file.get(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
     if (put < 0 && errno == EINTR) continue;
     if (put < 0) return errorNow();
     done += static_cast<std::size_t>(put);
@@ -111,9 +97,9 @@ std::int64_t ScriptFiles::write(std::string const& path, std::size_t offset, std
 }
 
 std::int64_t ScriptFiles::resize(std::string const& path, std::size_t size) {
-  Descriptor const file(openToWrite(path));
+  FileDescriptor const file(openToWrite(path));
   if (std::int64_t const problem = problemOf(file); problem != 0) return problem;
-  return ::ftruncate(file.number(), static_cast<off_t>(size)) == 0 ? 0 : errorNow();
+  return ::ftruncate(file.get(), static_cast<off_t>(size)) == 0 ? 0 : errorNow();
 }
 
 std::optional<std::vector<std::string>> ScriptFiles::namesIn(std::string const& folder) {
