@@ -172,11 +172,6 @@ class Evaluator {
   [[nodiscard]] Datum coercedAsAsked(tree::Command const& node, Datum const& value);
 
   // EvaluatorFiles.cpp
-  /// How far `read` goes on, and how much of that its value has, in bytes.
-  struct Extent {
-    std::size_t taken = 0;
-    std::size_t wanted = 0;
-  };
   [[nodiscard]] static bool isFileCommand(tree::Command const& node);
   [[nodiscard]] Datum fileCommand(tree::Command const& node);
   [[nodiscard]] HostFiles& files();
@@ -186,8 +181,9 @@ class Evaluator {
   [[nodiscard]] Datum openForAccess(tree::Command const& node);
   void closeAccess(tree::Command const& node);
   [[nodiscard]] std::size_t offsetIn(Expression const& place, std::size_t size);
-  [[nodiscard]] Extent extentToRead(tree::Command const& node, std::string const& path, std::size_t start,
-                                    std::size_t size);
+  [[nodiscard]] std::size_t lengthToRead(tree::Command const& node, std::string const& path, std::size_t start,
+                                         std::size_t size);
+  [[nodiscard]] std::size_t stopAtText(tree::Command const& node, std::string& bytes);
   [[nodiscard]] Datum readFile(tree::Command const& node);
   [[nodiscard]] Datum readValue(tree::Command const& node, std::string const& bytes);
   void writeFile(tree::Command const& node);

@@ -103,9 +103,9 @@ std::size_t Evaluator::offsetIn(Expression const& place, std::size_t size) {
   return static_cast<std::size_t>(offset);
 }
 
-/// How many bytes `read` takes from `start` on, and how many of them its value has.
-Evaluator::Extent Evaluator::extentToRead(tree::Command const& node, std::string const& path, std::size_t start,
-                                          std::size_t size) {
+/// How many bytes `read` takes from `start` on, as far as the script says it in numbers.
+std::size_t Evaluator::lengthToRead(tree::Command const& node, std::string const& path, std::size_t start,
+                                    std::size_t size) {
   std::size_t end = size;
   if (Expression const* last = optionalParameter(node, "rdto"_code)) end = std::min(offsetIn(*last, size) + 1, size);
   if (Expression const* count = optionalParameter(node, "rdfr"_code)) {
@@ -113,20 +113,24 @@ Evaluator::Extent Evaluator::extentToRead(tree::Command const& node, std::string
     end = std::min(size, start + static_cast<std::size_t>(std::max<std::int64_t>(bytes, 0)));
   }
   if (start >= size) raise(kEndOfFile, errorText(kEndOfFile), FileUrl{path});
-  if (end <= start) return {0, 0};
-  if (end - start > state_->limits.textBytes) raise(errors::kValueTooLarge, "The text is too large.");
+  std::size_t const length = std::max(end, start) - start;
+  if (length > state_->limits.textBytes) raise(errors::kValueTooLarge, "The text is too large.");
+  return length;
+}
+
+/// Cuts off what `before` and `until` leave to the next `read`; gives where that goes on in what was read.
+std::size_t Evaluator::stopAtText(tree::Command const& node, std::string& bytes) {
   for (Code const code : {"rdbf"_code, "rdut"_code}) {
     Expression const* const expression = optionalParameter(node, code);
     if (expression == nullptr) continue;
     Datum const stop = coerce(operand(*expression), "ctxt"_code, *state_);
-    auto const bytes = files().read(path, start, end - start);
-    require(bytes.error, path);
-    std::size_t const at = bytes.bytes.find(stop.as<Text>()->view());
+    std::size_t const at = bytes.find(stop.as<Text>()->view());
     if (at == std::string::npos || stop.as<Text>()->size() == 0) continue;
-    std::size_t const taken = at + stop.as<Text>()->size();
-    return {taken, code == "rdbf"_code ? at : taken};
+    std::size_t const next = at + stop.as<Text>()->size();
+    bytes.resize(code == "rdbf"_code ? at : next);
+    return next;
   }
-  return {end - start, end - start};
+  return bytes.size();
 }
 
 Datum Evaluator::readFile(tree::Command const& node) {
@@ -136,10 +140,10 @@ Datum Evaluator::readFile(tree::Command const& node) {
   std::size_t const size = sizeOf(open.path);
   std::size_t start = open.position;
   if (Expression const* first = optionalParameter(node, "rdfm"_code)) start = offsetIn(*first, size);
-  Extent const extent = extentToRead(node, open.path, start, size);
-  auto const [bytes, error] = files().read(open.path, start, extent.wanted);
+  auto [bytes, error] = files().read(open.path, start, lengthToRead(node, open.path, start, size));
   require(error, open.path);
-  if (number) state_->openFiles.find(*number)->position = start + extent.taken;
+  std::size_t const next = start + stopAtText(node, bytes);
+  if (number) state_->openFiles.find(*number)->position = next;
   return readValue(node, bytes);
 }
 
